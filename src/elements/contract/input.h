@@ -1,0 +1,60 @@
+// Services for the input operation of a type: numbering of element cards, location vectors, column heights, masses and
+// weights, the element writer, and the lines that every group's echo shares.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace tidearc {
+
+/// What an element card's number asks for.
+enum class CardOrder {
+  next,      ///< the next expected number
+  gap,       ///< above it: the elements between are generated from the previous card
+  sequence,  ///< out of sequence: fatal
+};
+
+/// Follows the numbers of a group's element cards: the first bears NFIRST, they rise, the last is NFIRST + NUMEL - 1.
+class ElementNumbering {
+ public:
+  ElementNumbering(int first, int count) : first_(first), last_(first - 1LL), end_(first - 1LL + count) {}
+  bool complete() const { return last_ >= end_; }
+  int next() const { return static_cast<int>(last_ + 1); }
+  CardOrder order(int number) const;
+  void accept(int number) { last_ = number; }
+
+ private:
+  std::int64_t first_;
+  std::int64_t last_;
+  std::int64_t end_;
+};
+
+/// Node number `node` plus k steps, saturated, so that a number beyond the nodes stays beyond them.
+int stepped_node(int node, int increment, int k);
+
+/// LM of nodes with `components` freedoms each (3: translations, 6: all), node after node, as slots of the ID table.
+/// The nodes are within 1..NUMNP.
+void form_location_vector(std::span<const int> node_numbers, int components, int* LM);
+/// Lowers the smallest equation connected to each equation of the element. Constrained freedoms connect nothing.
+void lower_column_heights(const int* LM, int NDOF);
+/// Adds a mass to the three translations of a node.
+void add_element_mass(int node, double mass);
+/// Adds a weight, acting in the direction of gravity, to the self weight vector at a node.
+void add_self_weight(int node, double weight);
+
+/// Writes the current record: the first portion on the first element file, the tail, when it has one, on the second.
+void write_element_record();
+
+/// A label of up to 46 characters padded with dots to its equals sign, the 50th character.
+std::string label_column(std::string_view label);
+/// A line with a label and a count.
+void echo_count(std::string_view label, int value);
+/// The table of keys with which a group's echo ends.
+void print_key_table();
+/// The close-down of a group with an element card out of sequence; the card's line with key ** has been printed.
+[[noreturn]] void stop_out_of_sequence(int number, int expected);
+
+}  // namespace tidearc

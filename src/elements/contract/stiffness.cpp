@@ -1,0 +1,45 @@
+// Element matrices for the assembly: delivery by difference, nodal axes, and what the record keeps.
+#include "elements/contract/stiffness.h"
+
+#include "run/views.h"
+
+namespace tidearc {
+
+void deliver_change(int ND, bool reset, double* EMAT, double* delivered) {
+  const RealTable K(EMAT, ND, ND);
+  for (int i = 1; i <= ND; ++i) {
+    for (int j = i; j <= ND; ++j) {
+      const double now = K(i, j);
+      const double change = reset ? now : now - *delivered;
+      K(i, j) = change;
+      K(j, i) = change;
+      *delivered++ = now;
+    }
+  }
+}
+
+void turn_matrix(const int* LM, int ND, double* EMAT) {
+  const RealTable K(EMAT, ND, ND);
+  for_each_turned_triple(LM, ND, [&](int node, int first) {
+    for (int j = 1; j <= ND; ++j) to_local(node, &K(first + 1, j));
+    for (int i = 1; i <= ND; ++i) {
+      double row[3] = {K(i, first + 1), K(i, first + 2), K(i, first + 3)};
+      to_local(node, row);
+      for (int k = 0; k < 3; ++k) K(i, first + 1 + k) = row[k];
+    }
+  });
+}
+
+void form_current_matrix(const ElementType& type, Word* record, int KFORM, bool reset) {
+  load_record(record);
+  // Both damping factors are zero in a static analysis.
+  type.operations.stiffness(KFORM, ZERO, ZERO, reset);
+  copy_words(record + group.LFIX, record_words() + group.LFIX, group.LTAN + group.LAUX);
+  put_stiffness_words(type, stiffness_words(type, record_words()), record);
+
+  int* LM = location_vector();
+  if (sizes.NCSYS >= 1) turn_matrix(LM, group.NDOF, element.EMAT.data());
+  for (int i = 0; i < group.NDOF; ++i) LM[i] = LM[i] < 1 ? 0 : equation_at(LM[i]);
+}
+
+}  // namespace tidearc

@@ -1,0 +1,27 @@
+// Where a truss stands: length, force directions, and the local axes for wave loading.
+#pragma once
+
+#include <span>
+
+namespace tidearc {
+
+struct TrussGeometry {
+  double length;  ///< 0 when the ends coincide           [length]
+  double DIR[6];  ///< (xI-xJ)/L and its negative; undefined when the length is 0  [-]
+};
+
+/// Length and directions between two end points in master axes.
+TrussGeometry truss_geometry(std::span<const double, 3> xI, std::span<const double, 3> xJ);
+
+/// Local axes of a member whose unit vector from I to J is `along`, column by column: first `along`, then the unit
+/// vectors z x along and along x (z x along) with z = (0,0,1), or (0,1,0) for a member within 0.999999 of vertical.
+void wave_axes(std::span<const double, 3> along, std::span<double, 9> axes);
+
+/// Extension per unit displacement of the six freedoms: DIR . e, positive when the ends move apart.
+inline double extension(std::span<const double, 6> DIR, const double* e) {
+  double sum = 0.0;
+  for (std::size_t i = 0; i < 6; ++i) sum += DIR[i] * e[i];
+  return sum;
+}
+
+}  // namespace tidearc

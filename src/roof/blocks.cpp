@@ -1,0 +1,76 @@
+// The table of all shared blocks.
+#include "roof/blocks.h"
+
+#include <array>
+#include <type_traits>
+
+#include "elements/contract/group.h"
+#include "elements/contract/state_log.h"
+#include "elements/contract/work.h"
+#include "model/control.h"
+#include "model/gravity.h"
+#include "model/masses.h"
+#include "model/nodes.h"
+#include "model/patterns.h"
+#include "run/clocks.h"
+#include "run/run_block.h"
+#include "run/stops.h"
+#include "run/timsub.h"
+#include "run/units.h"
+#include "run/workpool.h"
+#include "solve/arrays.h"
+#include "solve/prediction.h"
+#include "solve/solver.h"
+#include "static/segment.h"
+#include "static/stepping.h"
+
+namespace tidearc {
+
+namespace {
+
+template <class Block>
+SharedBlock entry(std::string_view name, Block& block, BlockKind kind) {
+  static_assert(std::is_trivially_copyable_v<Block>, "a block is saved and restored as plain words");
+  return {name, &block, sizeof(Block), kind, [](void* place) { *static_cast<Block*>(place) = Block{}; }};
+}
+
+// In the order of the floors.
+const std::array table{
+    entry("units", units, BlockKind::step),
+    entry("run", run, BlockKind::scratch),
+    entry("failure", failure, BlockKind::scratch),
+    entry("clocks", clocks, BlockKind::scratch),
+    entry("timers", timers, BlockKind::scratch),
+    entry("storage", storage, BlockKind::deck),
+    entry("sizes", sizes, BlockKind::deck),
+    entry("static_loads", static_loads, BlockKind::deck),
+    entry("dynamic_loads", dynamic_loads, BlockKind::deck),
+    entry("output", output, BlockKind::deck),
+    entry("nodes", nodes, BlockKind::deck),
+    entry("catenaries", catenaries, BlockKind::scratch),
+    entry("gravity", gravity, BlockKind::deck),
+    entry("masses", masses, BlockKind::deck),
+    entry("patterns", patterns, BlockKind::deck),
+    entry("arrays", arrays, BlockKind::deck),
+    entry("solver", solver, BlockKind::step),
+    entry("response", response, BlockKind::step),
+    entry("prediction", prediction, BlockKind::step),
+    entry("group", group, BlockKind::scratch),
+    entry("element_counts", element_counts, BlockKind::deck),
+    entry("element", element, BlockKind::scratch),
+    entry("state_log", state_log, BlockKind::step),
+    entry("segment", segment, BlockKind::step),
+    entry("prescribed_factors", prescribed_factors, BlockKind::step),
+    entry("statics", statics, BlockKind::step),
+    entry("step", step, BlockKind::step),
+};
+
+}  // namespace
+
+std::span<const SharedBlock> shared_blocks() { return table; }
+
+void reset_blocks() {
+  for (const SharedBlock& block : shared_blocks()) block.reset(block.address);
+}
+
+}  // namespace tidearc

@@ -1,0 +1,119 @@
+// The run: problems one after the other, and in each the macro cards in the order of the deck.
+#include "roof/driver.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "roof/datain.h"
+#include "roof/timlog.h"
+#include "run/layout.h"
+#include "run/run_block.h"
+#include "run/stops.h"
+#include "run/units.h"
+#include "run/workpool.h"
+#include "static/segment.h"
+
+namespace tidearc {
+
+namespace {
+
+constexpr int stop_requested = 3;
+
+enum class Macro { stat, dyn1, visc, none, dyn2, eign, save, rest };
+
+struct Keyword {
+  std::string_view word;
+  Macro macro;
+};
+constexpr std::array<Keyword, 8> keywords{{{"STAT", Macro::stat},
+                                           {"DYN1", Macro::dyn1},
+                                           {"VISC", Macro::visc},
+                                           {"NONE", Macro::none},
+                                           {"DYN2", Macro::dyn2},
+                                           {"EIGN", Macro::eign},
+                                           {"SAVE", Macro::save},
+                                           {"REST", Macro::rest}}};
+
+std::string_view current_keyword() { return {run.MACTXT.data(), run.MACTXT.size()}; }
+
+[[noreturn]] void stop_on_unknown_macro() {
+  write(units.NDOUT, "/,/,/,' **** EXECUTION TERMINATED ****',5X,' INCORRECT ANALYSIS CONTROL CARD'");
+  complain(Columns{1, 4}, "'" + std::string(current_keyword()) +
+                              "' is no analysis, expected STAT, DYN1, VISC, NONE, DYN2, EIGN, SAVE or REST");
+  FATERR("MAIN");
+}
+
+/// A macro whose procedure does not stand: its cards cannot be read, so the deck would be out of step.
+[[noreturn]] void stop_on_missing_macro(std::string_view routine) {
+  const std::string words = "THE MACRO " + std::string(current_keyword()) + " IS NOT AVAILABLE";
+  fatal_box(" " + words);
+  complain(Columns{1, 4}, words);
+  FATERR(routine);
+}
+
+Macro read_macro_card() {
+  read(units.NDIN, "A4,4X,18A4", run.MACTXT, run.MACTTL);
+  const auto found = std::ranges::find(keywords, current_keyword(), &Keyword::word);
+  if (found == keywords.end()) stop_on_unknown_macro();
+  write(units.NDOUT, "'1',18A4,/,/,/", run.MACTTL);
+  return found->macro;
+}
+
+/// Runs an analysis under the clocks of its activity.
+void run_analysis(Activity activity, void (*analysis)()) {
+  const Stopwatch watch(activity);
+  run.NRESPR = 0;
+  if (analysis != nullptr) analysis();
+  watch.stop();
+  run.LASTMA = run.MACTXT;
+}
+
+/// True when the problem has ended.
+bool run_macro(Macro macro) {
+  switch (macro) {
+    case Macro::stat:
+      run_analysis(static_analysis, STAT);
+      break;
+    case Macro::visc:
+      run_analysis(visco_static_analysis, nullptr);
+      break;
+    case Macro::dyn1:
+    case Macro::dyn2:
+    case Macro::eign:
+      stop_on_missing_macro(current_keyword());
+    case Macro::save:
+      if (run.RUNMOD != 1) stop_on_missing_macro("SAVRST");
+      break;
+    case Macro::rest:
+      stop_on_missing_macro("SAVRST");
+    case Macro::none:
+      return true;
+  }
+  return false;
+}
+
+/// Reads one problem and runs its macros; false when the STOP card was read instead.
+bool run_problem() {
+  const Stopwatch watch(data_input);
+  DATAIN();
+  if (run.RUNMOD == stop_requested) return false;
+  watch.stop();
+  while (!run_macro(read_macro_card())) {
+  }
+  TIMLOG();
+  return true;
+}
+
+}  // namespace
+
+void DRIVER() {
+  pool.allocate(run.MTOT);
+  while (run_problem()) {
+  }
+  pool.release();
+}
+
+}  // namespace tidearc

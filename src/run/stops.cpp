@@ -1,0 +1,115 @@
+// The three kinds of stop, the boxes around messages, and the line on the error stream that goes with each.
+#include "run/stops.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "run/tapefile.h"
+
+namespace tidearc {
+
+namespace {
+
+constexpr int box_width = 130;
+constexpr std::size_t longest_error_text = 60;
+constexpr std::size_t routine_name_width = 6;
+
+/// Runs of blanks and line ends become one blank; none at the ends.
+std::string one_line(std::string_view words) {
+  std::string line;
+  for (const char c : words) {
+    const bool blank = c == ' ' || c == '\n' || c == '\r' || c == '\t';
+    if (!blank) {
+      line += c;
+    } else if (!line.empty() && line.back() != ' ') {
+      line += ' ';
+    }
+  }
+  if (!line.empty() && line.back() == ' ') line.pop_back();
+  return line;
+}
+
+/// "TAModel.inp line 12, columns 1-5: ", or nothing when no deck line is meant.
+std::string place(Columns where) {
+  if (where.first < 0 || deck_line() < 1) return {};
+  std::string text = file_of_unit(units.NDIN) + " line " + std::to_string(deck_line());
+  if (where.first > 0) text += ", columns " + std::to_string(where.first) + "-" + std::to_string(where.last);
+  return text + ": ";
+}
+
+}  // namespace
+
+void complain(Columns where, std::string_view words) {
+  const std::string line = place(where) + one_line(words) + "\n";
+  if (is_open_formatted(UNIT_ERROR)) {
+    put_text(UNIT_ERROR, line);
+  } else {
+    std::fputs(line.c_str(), stderr);
+  }
+}
+
+void end_process(int status) {
+  failure.failing = false;
+  if (stop_process != nullptr) stop_process(status);
+  std::exit(status);
+}
+
+void FATERR(std::string_view name) {
+  std::string padded(name.substr(0, routine_name_width));
+  padded.resize(routine_name_width, ' ');
+  write(units.NDOUT, "'FATAL ERROR DETECTED IN ',A6,' - JOB ABORTED'", padded);
+  complain(whole_line, "fatal error detected in " + padded + ", job aborted");
+  CLOSUP();
+}
+
+void ERRMSG(std::string_view text, int unit) {
+  const std::string_view shown = text.substr(0, std::min(text.find('$'), longest_error_text));
+  put_text(unit, " ***ERROR - " + std::string(shown) + "\n");
+}
+
+void io_failure(int unit, std::int64_t record, std::string_view cause) {
+  // A second failure, while the first is being flushed, or one of the error stream itself has only stderr left.
+  if (!failure.failing) {
+    std::string line = "unit " + std::to_string(unit) + ", file " + file_of_unit(unit);
+    if (record > 0) line += ", record " + std::to_string(record);
+    line = one_line(line + ": " + std::string(cause)).substr(0, failure.line.size() - 1);
+    std::memcpy(failure.line.data(), line.c_str(), line.size() + 1);
+    failure.failing = true;
+    if (unit != UNIT_ERROR) {
+      complain(not_on_deck, line);
+      flush_formatted_units();
+      flush_all_tapes();
+      end_process(status_io);
+    }
+  }
+  std::fprintf(stderr, "%s\n", failure.line.data());
+  end_process(status_io);
+}
+
+void message_box(char mark, std::string_view text) {
+  const std::string row = " " + std::string(box_width, mark) + "\n";
+  put_text(units.NDOUT, row + std::string(text) + "\n" + row);
+}
+
+void report_data_error(Columns where, std::string_view text) {
+  put_text(units.NDOUT, "\n\n ***** DATA ERROR *****     " + std::string(text) + "\n");
+  complain(where, text);
+  set_fatal_flag();
+  run.had_data_error = true;
+}
+
+bool node_in_range(int node, int NUMNP, Columns where) {
+  if (node >= 1 && node <= NUMNP) return true;
+  data_error(where, "' NODE',I6,'  OUT OF RANGE, ENTERING CHEC MODE'", node);
+  return false;
+}
+
+bool component_in_range(int component, Columns where) {
+  if (component >= 1 && component <= 6) return true;
+  data_error(where, "' DOF',I6,'  OUT OF RANGE, ENTERING CHEC MODE'", component);
+  return false;
+}
+
+}  // namespace tidearc

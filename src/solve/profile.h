@@ -1,0 +1,43 @@
+// The compacted column profile: where entry (row, column) of the structure matrix stands, and how long the profile is.
+//
+// Column c stands at addresses IDIAG(c-1)+1 .. IDIAG(c), rows ascending, diagonal last; entry (r, c), r not above c, is
+// at IDIAG(c) + r - c. Not for values: assembly/ adds them, solve/factor.h reduces them.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "run/views.h"
+
+namespace tidearc {
+
+/// A profile matrix of NEQ equations: values and diagonal addresses (1-based), both owned by somebody else.
+template <class T>
+struct Profile {
+  Vector<T> A;          ///< values, NSTO
+  ConstIntegers IDIAG;  ///< diagonal addresses, NEQ
+  int NEQ = 0;
+
+  int height(int c) const { return c == 1 ? IDIAG(1) : IDIAG(c) - IDIAG(c - 1); }
+  int top(int c) const { return c - height(c) + 1; }
+  /// Column c addressed by row: entry (r, c) is column(c)(r) for r from top(c) to c. Lower r belong to other columns.
+  Vector<T> column(int c) const { return {A.data() + (IDIAG(c) - c), c}; }
+  T& diagonal(int c) const { return A(IDIAG(c)); }
+  operator Profile<const T>() const requires(!std::is_const_v<T>) { return {A, IDIAG, NEQ}; }
+};
+
+/// Length of a profile and its largest column.
+struct ProfileSize {
+  std::int64_t length = 0;  ///< reals  [-]
+  int tallest = 0;          ///< largest column height, its diagonal included  [-]
+};
+
+/// Turns, in place, the smallest equation connected to each of NEQ equations (1..e for equation e, itself included)
+/// into cumulative diagonal addresses. When the length does not fit a 32-bit address the array is left as it stands.
+ProfileSize diagonal_addresses(Integers first_rows, int NEQ);
+
+/// Turns the marks that element input left in masses.MARKS into the diagonal addresses, and sets solver.IDIAG, NHBW and
+/// NSTO. A profile that no pool can hold ends in the storage check of the stiffness matrix.
+void finish_profile();
+
+}  // namespace tidearc

@@ -1,0 +1,176 @@
+// SEGIN: the cards of one load segment of a STAT, their rules and defaults.
+#include <algorithm>
+#include <cstdint>
+#include <string>
+
+#include "model/control.h"
+#include "run/stops.h"
+#include "run/vectors.h"
+#include "solve/arrays.h"
+#include "static/segment.h"
+#include "static/segment_cards.h"
+
+namespace tidearc {
+namespace {
+
+constexpr int most_top_unbalances = 20;
+constexpr Columns KDIR_columns{26, 30};
+
+/// Deck lines of the four control cards, for messages that come after the last card has been read.
+struct CardLines {
+  std::int64_t solution = 0;
+  std::int64_t control = 0;
+  std::int64_t convergence = 0;
+  std::int64_t restep = 0;
+};
+
+void begin_segment() {
+  const int NSEG = segment.NSEG;
+  const int ISEG = segment.ISEG;
+  segment = SegmentBlock{};
+  segment.NSEG = NSEG;
+  segment.ISEG = ISEG;
+  const Reals increment = equation_vector(arrays.RINC);
+  RZERO(increment.data(), increment.size());
+  write(units.NDOUT, "/,/,1X,25('*'),/,5X,'LOAD SEGMENT NO.',I5,/,1X,25('*')", segment.ISEG);
+}
+
+/// Items that the step and iteration types leave without meaning become 0, so that the echo shows what is in force.
+void apply_solution_rules() {
+  SegmentBlock& s = segment;
+  if (s.KSTEP == 2) {
+    const bool vectors = s.KNMS == 3;  // any value but 2 and 3 acts as 1
+    if (vectors) s.SEGVAL = 0.0;
+    s.NSVEC = vectors ? std::max(s.NSVEC, 1) : 0;
+  } else {
+    s.KNMS = 0;
+    s.SEGVAL = 0.0;
+    s.NSVEC = 0;
+  }
+  s.end_report = s.NSTEPS < 0;
+  if (s.end_report) s.NSTEPS = -s.NSTEPS;
+  if (s.KITER != 2) s.KIPAR = 0;
+}
+
+bool read_solution_card(CardLines& lines) {
+  SegmentBlock& s = segment;
+  read(units.NDIN, "2I5,F10.0,2I5,F10.0,6I5,F10.0", s.KSTEP, s.KNMS, s.SEGVAL, s.NSVEC, s.KDIR, s.STEP0, s.NSTEPS,
+       s.KEVENT, s.KITER, s.KIPAR, s.MAXIT, s.KTERM, s.FQUIT);
+  lines.solution = deck_line();
+  apply_solution_rules();
+  echo_solution_card();
+  if ((s.KDIR == 2 && s.KNMS != 3) || s.KDIR > 5) {
+    segment_error(KDIR_columns, "FATAL ERROR! KDIR = 2 AND KNMS NOT = 3 IS A NO-NO!");
+    return false;
+  }
+  return true;
+}
+
+void read_control_card(CardLines& lines) {
+  SegmentBlock& s = segment;
+  read(units.NDIN, "9I5,F10.0,I5,I5,2F10.0", s.KSSTF, s.KISTF, s.KBFGS, s.KISTA, s.KPRINT, s.KRST, s.KPOST, s.KMEMB,
+       s.KPOSTN, s.ULTFAC, s.MACPR, s.IROB, s.ARCL, s.STEPSZI);
+  lines.control = deck_line();
+  if (s.KSSTF == 0) s.KSSTF = 1;
+  if (s.KSSTF == 1 && s.KISTF == 0) s.KISTF = 1;
+  if (s.KISTA == 0) s.KISTA = s.MAXIT;
+  echo_control_card();
+}
+
+void set_step_factor_and_arc() {
+  if (segment.STEPSZI > 0.0) statics.STEPF = segment.STEPSZI;
+  if (segment.KIPAR != 2 || !(statics.STEPF > 0.0)) statics.STEPF = segment.STEP0;
+  if (segment.ARCL > 0.0) statics.ARC = segment.ARCL;
+}
+
+/// TAP32 is opened at the first segment of the run that asks for it; each such segment writes the heading.
+void begin_top_list() {
+  if (!is_open_formatted(UNIT_TOP)) open_formatted(UNIT_TOP, "TAP32", OpenMode::position);
+  write(UNIT_TOP,
+        "' *****  TOP OUT-OF-BALANCE FORCES IN STATIC ANALYSIS *****',/,' LOAD STEP ',/,"
+        "' NODE  DOF   OUT-OF-BALANCE '");
+}
+
+void read_convergence_card(CardLines& lines) {
+  SegmentBlock& s = segment;
+  read(units.NDIN, "2I5,3F10.0,I5,3F10.0,I5", s.KUTYPE, s.KUMOM, s.TOLU, s.TOLL, s.USCALE, s.NLS, s.SUP, s.SLOW, s.TOLS,
+       s.NTOP);
+  lines.convergence = deck_line();
+  if (s.TOLL == 0.0) s.TOLL = s.TOLU;
+  s.NLS = std::max(s.NLS, 1);
+  s.NTOP = std::clamp(s.NTOP, 0, std::min(sizes.NEQ, most_top_unbalances));
+  echo_convergence_card();
+  set_step_factor_and_arc();
+  if (s.NTOP > 0 && executing()) begin_top_list();
+}
+
+/// A segment without restepping has no such card: the items keep the values of a new segment.
+void read_restep_card(CardLines& lines) {
+  constexpr double no_limit = 1.0E20;
+  SegmentBlock& s = segment;
+  read(units.NDIN, "2F10.0,2I5,2F10.0,I5,3F10.0,I5", s.RFAC, s.STEPMIN, s.NATT, s.ITLOW, s.IFAC, s.STEPMAX, s.KPRED,
+       s.GRACE, s.WPRED, s.UMAX, s.ITDES);
+  lines.restep = deck_line();
+  if (s.RFAC == 0.0) s.RFAC = 0.25;
+  if (s.STEPMIN == 0.0) s.STEPMIN = 0.0156;
+  if (s.IFAC == 0.0) s.IFAC = 4.0;
+  if (s.STEPMAX == 0.0) s.STEPMAX = 1.0;
+  if (s.KPRED == 1) s.KPRED = 2;
+  if (s.WPRED == 0.0) s.WPRED = 1.0;
+  if (s.UMAX == 0.0 || !(s.TOLU < s.UMAX)) s.UMAX = no_limit;
+  echo_restep_card();
+}
+
+/// Stops at items that this release reads but cannot act on yet.
+void stop_for_missing_capabilities(const CardLines& lines) {
+  const SegmentBlock& s = segment;
+  struct Item {
+    bool missing;
+    std::string_view name;
+    int value;
+    std::int64_t line;
+    Columns where;
+  };
+  const Item items[] = {
+      {s.KSTEP == 2, "KSTEP", s.KSTEP, lines.solution, {1, 5}},
+      {s.KEVENT != 0, "KEVENT", s.KEVENT, lines.solution, {46, 50}},
+      {s.KITER == 2, "KITER", s.KITER, lines.solution, {51, 55}},
+      {s.KBFGS == 1, "KBFGS", s.KBFGS, lines.control, {11, 15}},
+      {s.NLS > 1, "NLS", s.NLS, lines.convergence, {41, 45}},
+      {s.KPRED != 0, "KPRED", s.KPRED, lines.restep, {51, 55}},
+  };
+  bool missing = false;
+  for (const Item& item : items) {
+    if (!item.missing) continue;
+    missing = true;
+    const std::string words = format("'STAT SEGMENT',I5,': ',A6,' =',I5,' IS NOT AVAILABLE IN THIS VERSION'", s.ISEG,
+                                     std::string(item.name) + std::string(6 - item.name.size(), ' '), item.value);
+    fatal_box("     " + words);
+    complain(not_on_deck, file_of_unit(units.NDIN) + " line " + std::to_string(item.line) + ", columns " +
+                              std::to_string(item.where.first) + "-" + std::to_string(item.where.last) + ": " + words);
+  }
+  if (missing) FATERR("STAT");
+}
+
+}  // namespace
+
+void segment_error(Columns where, std::string_view text) {
+  fatal_box("     " + std::string(text));
+  complain(where, text);
+  set_fatal_flag();
+}
+
+bool SEGIN() {
+  CardLines lines;
+  begin_segment();
+  const bool card_is_sound = read_solution_card(lines);
+  const bool vectors_are_sound = read_vectors();
+  read_control_card(lines);
+  read_convergence_card(lines);
+  if (segment.KTERM == 0) read_restep_card(lines);
+  read_participation();
+  if (executing()) stop_for_missing_capabilities(lines);
+  return card_is_sound && vectors_are_sound;
+}
+
+}  // namespace tidearc

@@ -1,0 +1,104 @@
+// Dynamic load control card and the record sections without records.
+#include "model/records.h"
+
+#include "load_model.h"
+
+namespace tidearc::test {
+namespace {
+
+TEST(DynamicLoadCard, IsEchoedWithItsLabels) {
+  LoadModel model("    1    2    3    4    5  100    1    1\n", row_of_nodes(1));
+  DYNCTL();
+  EXPECT_EQ(trimmed(model.scratch.report()),
+            "1\n DYNAMIC LOAD SPECIFICATION CONTROL INFORMATION\n\n"
+            "     NUMBER OF GROUND ACCELERATION RECORDS .......... =    1\n"
+            "     NUMBER OF DYNAMIC FORCE RECORDS ................ =    2\n"
+            "     NUMBER OF IMPOSED DISPLACEMENT HISTORY RECORDS . =    3\n"
+            "     NUMBER OF NODES WITH DYNAMIC FORCE RECORDS ..... =    4\n"
+            "     NUMBER OF NODES WITH IMPOSED DISPLACEMENTS ..... =    5\n"
+            "     MAX NUMBER OF INPUT POINTS FOR ANY RECORD ...... =  100\n"
+            "     WAVE DATA INPUT CODE ........................... =    1\n"
+            "     VESSEL MOTION INPUT CODE ....................... =    1\n");
+}
+
+TEST(DynamicLoadCard, NegativeCountsReadAsZeroAndCodesAsTheyStand) {
+  LoadModel model("   -1   -2   -3   -4   -5   -6   -7   -8\n", row_of_nodes(1));
+  DYNCTL();
+  EXPECT_EQ(dynamic_loads.NGACC + dynamic_loads.NDFRC + dynamic_loads.NIDSP, 0);
+  EXPECT_EQ(dynamic_loads.NDFND + dynamic_loads.NIDND + dynamic_loads.MXPNT, 0);
+  EXPECT_EQ(dynamic_loads.IWAVE, -7);
+  EXPECT_EQ(dynamic_loads.IVESSL, -8);
+}
+
+TEST(DynamicLoadCard, BlankCardAsksForNothing) {
+  LoadModel model("\n", row_of_nodes(1));
+  DYNCTL();
+  EXPECT_EQ(dynamic_loads.NGACC, 0);
+  EXPECT_EQ(dynamic_loads.IVESSL, 0);
+}
+
+TEST(DynamicLoadCard, IsNeededEvenWithoutDynamicLoads) {
+  LoadModel model("", row_of_nodes(1));
+  EXPECT_EQ(stop_of(DYNCTL), status_io);
+}
+
+TEST(DynamicLoadCard, FieldsBehindTheEighthAreReadOver) {
+  LoadModel model("    0    0    0    0    0    0    0    0    9    9\n", row_of_nodes(1));
+  DYNCTL();
+  EXPECT_EQ(dynamic_loads.IVESSL, 0);
+}
+
+TEST(RecordSections, WithoutRecordsPrintHeadingsAndNone) {
+  LoadModel model("", row_of_nodes(1));
+  RECRIN();
+  EXPECT_EQ(trimmed(model.scratch.report()),
+            "1\n GROUND ACCELERATION RECORDS\n\n (NONE)\n"
+            "1\n DYNAMIC FORCE RECORDS\n\n (NONE)\n"
+            "1\n IMPOSED DISPLACEMENT HISTORIES\n\n (NONE)\n");
+}
+
+TEST(RecordSections, GiveEachRecordTwoEndPointsMore) {
+  LoadModel model("", row_of_nodes(1));
+  dynamic_loads.MXPNT = 40;
+  RECRIN();
+  EXPECT_EQ(dynamic_loads.MXPNT, 42);
+}
+
+TEST(RecordSections, WithRecordsStopAtTheirHeading) {
+  const std::array<int DynamicLoadBlock::*, 3> counts{&DynamicLoadBlock::NGACC, &DynamicLoadBlock::NDFRC,
+                                                      &DynamicLoadBlock::NIDSP};
+  const std::array<std::string, 3> headings{"GROUND ACCELERATION RECORDS", "DYNAMIC FORCE RECORDS",
+                                            "IMPOSED DISPLACEMENT HISTORIES"};
+  for (std::size_t kind = 0; kind < 3; ++kind) {
+    LoadModel model("", row_of_nodes(1));
+    dynamic_loads.*counts[kind] = 1;
+    EXPECT_EQ(stop_of(RECRIN), status_fatal);
+    const std::string report = trimmed(model.scratch.report());
+    EXPECT_TRUE(report.ends_with("1\n " + headings[kind] + "\nFATAL ERROR DETECTED IN RECRIN - JOB ABORTED\n"))
+        << report;
+    EXPECT_EQ(count_of_text(model.scratch.errors(), "1 " + headings[kind] + " asked for"), 1) << model.scratch.errors();
+  }
+}
+
+TEST(RecordSections, KeepRoomForTheCommandsOfDynamicMacros) {
+  LoadModel model("", row_of_nodes(1));
+  dynamic_loads.NDFND = 3;
+  dynamic_loads.NIDND = 2;
+  const int before = storage.NEXT;
+  RECRIN();
+  // Per entry two reals and four integers; then a list of integers, padded to an even length.
+  EXPECT_EQ(storage.NEXT - before, 3 * 8 + 4 + 2 * 8 + 2);
+}
+
+TEST(RecordSections, ThatDoNotFitStopInPhaseSeven) {
+  LoadModel model("", row_of_nodes(1));
+  dynamic_loads.NDFND = 4;
+  storage.NEXT = storage.MSTOR - 35;  // 4 * 8 + 4 = 36 words: the last one is word MSTOR
+  EXPECT_EQ(stop_of(RECRIN), std::nullopt);
+  storage.NEXT = storage.MSTOR - 34;
+  EXPECT_EQ(stop_of(RECRIN), status_fatal);
+  EXPECT_EQ(count_of_text(model.scratch.report(), "INPUT PHASE - DYNAMIC FORCE RECORDS"), 1);
+}
+
+}  // namespace
+}  // namespace tidearc::test

@@ -1,0 +1,78 @@
+// The convergence prediction: a linear estimate of the iterations that are left.
+#include "solve/prediction.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+
+#include "scratch.h"
+
+namespace tidearc {
+namespace {
+
+constexpr PredictionRules rules_from_second{.MAXIT = 10, .KPRED = 2, .WPRED = 1.0, .GRACE = 0.0};
+
+/// Feeds a history of unbalances from iteration 1 on; the flag after the last.
+bool predict(std::initializer_list<double> history, double TOL, const PredictionRules& rules) {
+  bool flag = false;
+  int NI = 0;
+  for (const double R : history) flag = predict_nonconvergence(++NI, R, TOL, rules);
+  return flag;
+}
+
+TEST(Prediction, WithoutACodeOnlyTheLastIterationPredicts) {
+  test::Scratch scratch;
+  const PredictionRules rules{.MAXIT = 3, .KPRED = 0, .WPRED = 1.0, .GRACE = 0.0};
+  EXPECT_FALSE(predict({9, 8}, 1, rules));
+  EXPECT_TRUE(predict({9, 8, 7}, 1, rules));
+}
+
+TEST(Prediction, OneAllowedIterationPredictsAtOnce) {
+  test::Scratch scratch;
+  EXPECT_TRUE(predict({9}, 1, {.MAXIT = 1, .KPRED = 2, .WPRED = 1.0, .GRACE = 0.0}));
+  EXPECT_FALSE(predict({9}, 1, {.MAXIT = 2, .KPRED = 2, .WPRED = 1.0, .GRACE = 0.0}));
+}
+
+TEST(Prediction, TellsTheIterationsThatALinearDecayStillNeeds) {
+  test::Scratch scratch;
+  // 10 then 8, down to 1: (8 - 1) / (10 - 8) = 3.5, cut to 3, and one more.
+  EXPECT_FALSE(predict({10, 8}, 1, rules_from_second));
+  EXPECT_EQ(scratch.report(), "     CONVERGENCE PREDICTION -    4 MORE ITERATIONS TO CONVERGE\n");
+}
+
+TEST(Prediction, RestepsWhenTheEstimatePassesTheLimit) {
+  test::Scratch scratch;
+  EXPECT_TRUE(predict({10, 9}, 0.5, rules_from_second));  // n = 8: 2 + 9 is above 10
+}
+
+TEST(Prediction, GraceAllowsAnEstimateWithinItsShareOfTheIterations) {
+  test::Scratch scratch;
+  PredictionRules rules = rules_from_second;
+  rules.GRACE = 4.5;  // trunc(2 * 4.5) = 9, and 9 more iterations are asked for
+  EXPECT_FALSE(predict({10, 9}, 0.5, rules));
+  rules.GRACE = 4.0;
+  EXPECT_TRUE(predict({10, 9}, 0.5, rules));
+}
+
+TEST(Prediction, ARepeatedUnbalanceDiverges) {
+  test::Scratch scratch;
+  EXPECT_TRUE(predict({10, 10}, 1, rules_from_second));
+  EXPECT_EQ(test::trimmed(scratch.report()), "     CONVERGENCE PREDICTION - SOLUTION IS DIVERGING\n\n");
+}
+
+TEST(Prediction, BeforeItsIterationItOnlyPrints) {
+  test::Scratch scratch;
+  PredictionRules rules = rules_from_second;
+  rules.KPRED = 3;
+  EXPECT_FALSE(predict({10, 10}, 1, rules));
+  EXPECT_FALSE(predict({10, 9.9}, 1, rules));
+}
+
+TEST(Prediction, AnUnbalanceThatIsNotANumberDiverges) {
+  test::Scratch scratch;
+  EXPECT_TRUE(predict({10, std::numeric_limits<double>::quiet_NaN()}, 1, rules_from_second));
+}
+
+}  // namespace
+}  // namespace tidearc

@@ -1,0 +1,62 @@
+// A small truss deck in the making: nodes, bars, load patterns and STAT segments in, card images out.
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace tidearc::test {
+
+/// One load segment; the defaults take the whole load in one step of at most ten iterations and stop when they fail.
+struct SegmentCards {
+  double STEP0 = 1.0;
+  int NSTEPS = 1;
+  int MAXIT = 10;
+  int KTERM = 1;
+  double FQUIT = 0.0;
+  int KSSTF = 1;
+  int KISTF = 1;
+  int KISTA = 0;
+  int KPRINT = 2;
+  int KPOST = 0;
+  int KPOSTN = 0;
+  double ULTFAC = 0.0;
+  int IROB = 0;
+  int KUTYPE = 0;
+  int KUMOM = 0;
+  double TOLU = 1e-6;
+  double TOLL = 0.0;
+  int NTOP = 0;
+  std::string card4 = "";  ///< restep card, used when KTERM is 0
+  std::vector<double> factors{1.0};  ///< nodal pattern factors
+  std::vector<double> pfactors{};    ///< prescribed displacement factors
+};
+
+class TrussDeck {
+ public:
+  std::string title = "P4.314  A TRUSS";
+  std::string command = "STAR";
+
+  int node(double x, double y, double z);
+  void fix(int node, const std::string& codes);  ///< six digits
+  /// Material: modulus, hardening ratio, yield stresses in tension and compression.
+  int material(double E, double ratio = 0.0, double tension = 0.0, double compression = 0.0, double ductility = 0.0);
+  int section(double area);
+  void bar(int i, int j, int material = 1, int section = 1, int geometry = 0, int buckling = 0, double force = 0.0);
+  /// Curve card of the bar that was added last (BUCK code 2): deformation, force, deformation, force, ..
+  void curve(const std::vector<double>& pairs);
+  void pattern(int node, double fx, double fy, double fz);  ///< a nodal pattern with one command
+  void prescribe(int node, int component, double value);    ///< a prescribed pattern with one entry
+  void stat(const std::vector<SegmentCards>& segments);
+  void macro(const std::string& card);
+
+  std::string text() const;  ///< the whole deck, NONE and STOP included
+  std::string problem() const;  ///< the same without the STOP card
+
+ private:
+  std::string nodes_, fixes_, materials_, sections_, bars_, patterns_, prescribed_, macros_;
+  int node_count_ = 0, fix_count_ = 0, material_count_ = 0, section_count_ = 0, bar_count_ = 0, pattern_count_ = 0,
+      prescribed_count_ = 0;
+};
+
+}  // namespace tidearc::test

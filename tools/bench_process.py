@@ -1,0 +1,124 @@
+#!/usr/bin/env python3
+"""Whole-process figures: start-up of a small deck, and reading, echoing and assembling a large one.
+
+Usage: bench_process.py PROGRAM [SCRATCH]   (SCRATCH: a folder on tmpfs, /dev/shm when it exists)
+
+Each figure is printed beside what it is compared with in the same run. Times are the best of several runs.
+"""
+import os
+import re
+import resource
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+
+BARS_PER_GROUP = 60000
+
+
+def small_deck():
+    """Three bars that meet at one loaded node."""
+    lines = [" STAR   P4.314  THREE BARS", "", "", ""]
+    lines.append("%5d%5d%5d%5d%5d%5d%5d%5d%5d%5d" % (4, 4, 0, 0, 0, 0, 4, 0, 0, 1))
+    for n, (x, y) in enumerate(((-100.0, 100.0), (0.0, 100.0), (100.0, 100.0), (0.0, 0.0)), 1):
+        lines.append("%5d%10.3f%10.3f%10.3f" % (n, x, y, 0.0))
+    for n in (1, 2, 3):
+        lines.append("%5d    111111" % n)
+    lines.append("    4    001111")
+    lines += truss_group(1, [(1, 4), (2, 4), (3, 4)])
+    lines += loads_and_static(4)
+    return lines
+
+
+def truss_group(number, bars):
+    lines = ["%5d%5d%5d%25sGROUP %d" % (1, len(bars), 1, "", number), "    1    1    0"]
+    lines += ["    1   30000.0", "", "    1       1.0", ""]
+    lines += ["%5d%5d%5d    1    1" % (k, i, j) for k, (i, j) in enumerate(bars, 1)]
+    return lines
+
+
+def loads_and_static(node):
+    lines = ["    1", "    1LOAD", "%5d%10.1f%10.1f" % (node, 10.0, -20.0), "", "    0    0    0"]
+    lines += ["STAT    ONE STEP", "    1", "    1    0              0    1       1.0    1    0    1    0    1    2"]
+    lines += ["    1    1    0    0    0", "    0    0      0.01"]
+    lines += ["       1.0", "", "", "", "", "", "NONE", " STOP"]
+    return lines
+
+
+def tower_deck(levels):
+    """A braced tower of four legs: 4 nodes and 12 bars a level."""
+    nodes = 4 * levels
+    corner = ((0.0, 0.0), (10.0, 0.0), (10.0, 10.0), (0.0, 10.0))
+    bars = []
+    for level in range(1, levels):
+        below, above = 4 * (level - 1), 4 * level
+        for k in range(4):
+            bars.append((below + k + 1, above + k + 1))
+            bars.append((above + k + 1, above + (k + 1) % 4 + 1))
+            bars.append((below + k + 1, above + (k + 1) % 4 + 1))
+    groups = [bars[i:i + BARS_PER_GROUP] for i in range(0, len(bars), BARS_PER_GROUP)]
+    lines = [" STAR   P4.314  TOWER", "", "", ""]
+    lines.append("%5d%5d%5d%5d%5d%5d%5d%5d%5d%5d" % (nodes, nodes, 0, 0, 0, 0, 2, 0, 0, len(groups)))
+    for level in range(levels):
+        for k, (x, y) in enumerate(corner):
+            lines.append("%5d%10.2f%10.2f%10.1f" % (4 * level + k + 1, x, y, 10.0 * level))
+    lines.append("    1    000111%5d    1" % nodes)
+    lines.append("    1    111111    4    1")
+    for number, group in enumerate(groups, 1):
+        lines += truss_group(number, group)
+    lines += loads_and_static(nodes)
+    return lines
+
+
+def run(program, scratch, lines, repeats):
+    """Best wall seconds, peak resident MiB, seconds of data input and the exit status of the program on a deck."""
+    folder = tempfile.mkdtemp(dir=scratch)
+    try:
+        with open(os.path.join(folder, "TAModel.inp"), "w") as deck:
+            deck.write("\n".join(lines) + "\n")
+        best = 1e9
+        for _ in range(repeats):
+            start = time.perf_counter()
+            done = subprocess.run([program], cwd=folder, stdout=subprocess.DEVNULL, check=False)
+            best = min(best, time.perf_counter() - start)
+        timed = subprocess.run(["/usr/bin/time", "-v", program], cwd=folder, stdout=subprocess.DEVNULL,
+                               stderr=subprocess.PIPE, text=True, check=False)
+        resident = int(re.search(r"Maximum resident set size \(kbytes\): (\d+)", timed.stderr).group(1)) / 1024.0
+        with open(os.path.join(folder, "TAModel.out"), errors="replace") as report:
+            log = re.search(r"DATA INPUT AND GENERATION\s+(\S+)\s+(\S+)", report.read())
+        return best, resident, float(log.group(2)), done.returncode
+    finally:
+        shutil.rmtree(folder)
+
+
+def main():
+    program = os.path.abspath(sys.argv[1])
+    scratch = sys.argv[2] if len(sys.argv) > 2 else ("/dev/shm" if os.path.isdir("/dev/shm") else None)
+    failed = []
+
+    def figure(name, value, limit, good, unit=""):
+        verdict = "ok" if good else "MISSED"
+        print("%-58s %12.4g %-8s limit %-10s %s" % (name, value, unit, limit, verdict))
+        if not good:
+            failed.append(name)
+
+    seconds, resident, _, status = run(program, scratch, small_deck(), 20)
+    figure("three-bar deck, default pool: exit status", status, "0", status == 0)
+    figure("three-bar deck, default pool: wall time", 1e3 * seconds, "20", seconds < 0.020, "ms")
+    figure("three-bar deck, default pool: resident memory", resident, "30", resident < 30.0, "MiB")
+    small, large = tower_deck(1500), tower_deck(15000)
+    t_small, _, _, s_small = run(program, scratch, small, 3)
+    t_large, resident, input_large, s_large = run(program, scratch, large, 2)
+    figure("tower decks: exit status", max(s_small, s_large), "0", s_small == 0 and s_large == 0)
+    figure("60,000 nodes against 6,000: wall time ratio", t_large / t_small, "12", t_large <= 12 * t_small)
+    figure("60,000 nodes: wall time", t_large, "-", True, "s")
+    figure("60,000 nodes: resident memory", resident, "-", True, "MiB")
+    rate = len(large) / input_large
+    figure("60,000 nodes: deck lines read and echoed a second", rate, "150000", rate >= 150000)
+    return 1 if failed else 0
+
+
+if __name__ == "__main__":
+    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+    sys.exit(main())
