@@ -18,7 +18,7 @@ import run_deck
 
 ROOT = run_deck.ROOT
 # Lines that tell date, time of day or seconds used.
-VOLATILE = re.compile(rb"^ *1?DATE |^ *TIDEARC Version: |^ [A-Z \-]+ +\d*\.\d{3} +\d*\.\d{3} *$|CLOCK TIME IN MINUTES|DATE +\d")
+VOLATILE = re.compile(rb"^1DATE +\d|^ TIDEARC Version: |^ [A-Z \-]+( +-?\d*\.\d{3}){1,2} *$")
 TEXT_FILES = ("TAModel.out", "TAP53")
 
 

@@ -228,15 +228,20 @@ class Follower:
     def __init__(self, folder):
         self.path, self.began, self.length = os.path.join(folder, "TAP53"), time.monotonic(), 0
 
-    def look(self):
+    def newest(self):
+        """(step, iteration, level, norm) of the last row so far, None before the first."""
         try:
             with open(self.path, encoding="latin-1") as file:
                 rows = [row for row in map(progress_row, file) if row]
         except OSError:
-            return
-        if rows:
-            step, iteration, level, norm = rows[-1]
-            text = f"step {step} iteration {iteration}  level {level:.4f}  norm {norm:.3E}  {time.monotonic() - self.began:.0f} s"
+            return None
+        return rows[-1] if rows else None
+
+    def look(self):
+        row = self.newest()
+        if row:
+            seconds = time.monotonic() - self.began
+            text = f"step {row[0]} iteration {row[1]}  level {row[2]:.4f}  norm {row[3]:.3E}  {seconds:.0f} s"
             sys.stdout.write("\r" + text.ljust(self.length))
             sys.stdout.flush()
             self.length = len(text)
@@ -313,7 +318,7 @@ def main():
     options = parser.parse_args()
     if not os.path.exists(os.path.join(options.deck, "TAModel.inp")):
         sys.exit(f"{options.deck} holds no TAModel.inp")
-    scratch = tempfile.mkdtemp(prefix="tidearc-")
+    scratch = tempfile.mkdtemp(prefix="tidearc-run-")
     run = run_deck(os.path.abspath(options.program), options.deck, scratch, limit=None, follow=sys.stdout.isatty())
     count, texts = failures(run, options.deck)
     show(run, options.deck, count, texts)

@@ -59,15 +59,19 @@ Search bisect(Search search, Function f) {
   return search;
 }
 
-/// Horizontal reach of a line that leaves a level bed with a horizontal tangent and rises by v.
-double lifted_reach(double a, double v) { return 2.0 * a * std::asinh(std::sqrt(0.5 * v / a)); }
+/// Horizontal reach of a line that leaves a level bed with a horizontal tangent and rises by v; infinite when there is
+/// no such line.
+double lifted_reach(double H, const CatenaryCase& line) {
+  if (!(line.v > 0.0) || !(line.w > 0.0)) return infinity;
+  const double a = H / line.w;
+  return 2.0 * a * std::asinh(std::sqrt(0.5 * line.v / a));
+}
 
 /// Length of a line that lies on the bed from A on as far as it does not hang.
-double moored_length(const CatenaryCase& line, const CatenaryCurve& curve) {
-  if (!std::isfinite(curve.a) || !(line.v > 0.0)) return curve.length;
-  const double reach = lifted_reach(curve.a, line.v);
-  if (reach >= line.h) return curve.length;
-  return (line.h - reach) + std::sqrt(line.v * (line.v + 2.0 * curve.a));
+double moored_length(const CatenaryCase& line, double H) {
+  const double reach = lifted_reach(H, line);
+  if (!(reach < line.h)) return catenary_curve(line.h, line.v, line.w, H).length;
+  return (line.h - reach) + std::sqrt(line.v * (line.v + 2.0 * H / line.w));
 }
 
 /// Value of the condition minus its parameter at horizontal load H. For an angle both are taken as asinh of the slope.
@@ -85,7 +89,7 @@ double residual(const CatenaryCase& line, double H) {
     case CatenaryOption::angle_b:
       return curve.t_b - std::asinh(std::tan(line.parameter * (pi / 180.0)));
     case CatenaryOption::mooring:
-      return moored_length(line, curve) - line.parameter;
+      return moored_length(line, H) - line.parameter;
   }
   return 0.0;
 }
@@ -145,20 +149,21 @@ double load_of_least_tension(double h, double v, double w) {
 
 CatenarySolution solve_catenary(const CatenaryCase& line) {
   const Search search = find_load(line);
+  const double H = search.at;
   CatenarySolution solution{};
   solution.rounds = search.rounds;
   solution.solved = search.found;
-  solution.curve = catenary_curve(line.h, line.v, line.w, search.at);
+  double reach = line.h;
+  if (line.option == CatenaryOption::mooring && search.found) {
+    const double lifted = lifted_reach(H, line);
+    if (line.h - lifted > least_grounded) reach = lifted;
+  }
+  solution.grounded = line.h - reach;
+  solution.curve = catenary_curve(reach, line.v, line.w, H);
   if (!has_shape(solution.curve)) {
     solution.solved = false;
-    solution.curve = catenary_curve(line.h, line.v, 0.0, search.at);
-  }
-  if (line.option == CatenaryOption::mooring && solution.solved && std::isfinite(solution.curve.a) && line.v > 0.0) {
-    const double reach = lifted_reach(solution.curve.a, line.v);
-    if (line.h - reach > least_grounded) {
-      solution.grounded = line.h - reach;
-      solution.curve = catenary_curve(reach, line.v, line.w, search.at);
-    }
+    solution.grounded = 0.0;
+    solution.curve = catenary_curve(line.h, line.v, 0.0, H);
   }
   return solution;
 }
@@ -181,7 +186,7 @@ CatenaryPoint catenary_point(const CatenaryCurve& curve, double s) {
   const double dt = p * q > 0.0 ? std::asinh((s / curve.a) / (p / (p + q) * cosh_q + q / (p + q) * cosh_p))
                                 : std::asinh(p) - curve.t_a;
   point.x = curve.a * dt;
-  point.y = s * (p + q) / (cosh_p + cosh_q);
+  point.y = s * ((p + q) / (cosh_p + cosh_q));
   point.tension = curve.H * cosh_p;
   point.radius = curve.a * cosh_p * cosh_p;
   return point;

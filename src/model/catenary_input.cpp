@@ -177,7 +177,7 @@ void print_properties(const CatenarySolution& solution, const LinePlane& plane, 
 /// outside the model are outside too: that one is reported, and B is printed next.
 void place_nodes(const CatenaryCard& card, const CatenarySolution& solution, const LinePlane& plane) {
   write(units.NDOUT,
-        "/,' CATENARY GENERATED GLOBAL COORDINATES',/,/,70X,' RADIUS OF',/,5X,' NODE',8X,'X-COORD',8X,'Y-COORD',8X,"
+        "/,' CATENARY GENERATED GLOBAL COORDINATES',/,/,75X,' RADIUS OF',/,5X,' NODE',8X,'X-COORD',8X,'Y-COORD',8X,"
         "'Z-COORD',8X,'TENSION',5X,' CURVATURE',/");
   const int count = std::abs(card.count);
   for (int k = 0; k <= count + 1; ++k) {

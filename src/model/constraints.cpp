@@ -91,7 +91,7 @@ void read_constraints() {
 
 /// Ties the slaves of a command to its first node.
 void tie(const TieCard& card, std::span<const int> list) {
-  if (list.size() < 2) return;
+  if (list.empty()) return;
   const int master = list[0];
   Columns where{11, 15};
   if (!node_in_range(master, sizes.NUMNP, where)) return;

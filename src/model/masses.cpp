@@ -42,6 +42,7 @@ void add_masses(int node, const NodeValues& mass, Reals AMASS, Integers MARKS) {
 
 void follow(const MassCommand& command, Reals AMASS, Integers MARKS) {
   add_masses(command.first, command.mass, AMASS, MARKS);
+  if (command.last == 0) return;
   const int step = command.difference == 0 ? 1 : command.difference;
   for (int node = command.first + step; node <= command.last; node += step) {
     add_masses(node, command.mass, AMASS, MARKS);

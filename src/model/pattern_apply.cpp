@@ -60,6 +60,7 @@ void add_follower_forces(double factor, int cards, ConstReals U, Reals load) {
   for (int i = 1; i <= cards; ++i) {
     FollowerRecord card{};
     FILE(units.NT10, "READ", follower_words, &card);
+    if (card.force == 0.0) continue;
     add_force(card.NODA, force_along_line(factor * card.force, displaced(card.NODA, U), displaced(card.NODD, U)), load);
   }
 }

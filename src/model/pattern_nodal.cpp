@@ -24,7 +24,7 @@ LoadCommand read_command() {
 /// A command whose span does not fit its difference ends the run, in a data check too; a node out of range only skips
 /// it.
 bool can_be_followed(const NodeRange& range) {
-  if (range.last != range.first && !is_even(range)) {
+  if (!is_even(range)) {
     write(units.NDOUT, "' ERROR IN GRAVITY LOAD INPUT'");
     stop_on_load_command({66, 75}, "load command: last node less first node is not a whole multiple of the difference");
   }

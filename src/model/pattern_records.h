@@ -67,12 +67,14 @@ Reals pattern_vector();
 Reals pattern_temperatures();
 Reals pattern_pressures();
 
-/// A range of nodes, as load commands give it, after a last node of 0 and a difference of 0 have got their meaning.
+/// A range of nodes, as load commands give it. A last node of 0 is one node, whatever its difference; a difference of 0
+/// counts as 1.
 struct NodeRange {
   int first, last, difference;
 };
 inline NodeRange node_range(int first, int last, int difference) {
-  return {first, last == 0 ? first : last, difference == 0 ? 1 : difference};
+  if (last == 0) return {first, first, 1};
+  return {first, last, difference == 0 ? 1 : difference};
 }
 /// The span is a whole multiple of the difference, and neither runs backward.
 inline bool is_even(const NodeRange& range) {

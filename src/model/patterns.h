@@ -28,8 +28,9 @@ enum PatternType : int {
 };
 inline constexpr double unprescribed = 1.0E10;  ///< entry of a prescribed pattern that leaves its equation free
 
-/// Pool indices. KSELFW, KBUOYV and KCURRV are carved before element input, which fills the first; KTEMP and KPRES stay
-/// carved only when a temperature pattern exists (have_temperatures).
+/// Pool indices. KSELFW, KBUOYV and KCURRV are carved by DATAIN before element input, which fills the first. PATTIN
+/// carves KTEMP and KPRES, which serve as node vectors only when a temperature pattern exists (have_temperatures); else
+/// KPRES has no room of its own once the patterns are read.
 struct PatternBlock {
   int KSELFW = 1;  ///< self weight vector, reals, NEQ1      [force]
   int KBUOYV = 1;  ///< buoyancy vector, reals, NEQ1         [force]

@@ -25,7 +25,8 @@ constexpr int card_fields = 18;
 int count_of(int field) { return field < 0 ? 0 : field; }
 
 void print_control_card() {
-  write(units.NDOUT, "'1',/,' DYNAMIC LOAD SPECIFICATION CONTROL INFORMATION',/");
+  write_framed(" DYNAMIC LOAD SPECIFICATION CONTROL INFORMATION", '*', 47, true);
+  put_text(units.NDOUT, "\n");
   write_count("NUMBER OF GROUND ACCELERATION RECORDS", dynamic_loads.NGACC);
   write_count("NUMBER OF DYNAMIC FORCE RECORDS", dynamic_loads.NDFRC);
   write_count("NUMBER OF IMPOSED DISPLACEMENT HISTORY RECORDS", dynamic_loads.NIDSP);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "elements/contract/pass.h"
+#include "elements/contract/state_log.h"
 #include "model/control.h"
 #include "model/gravity.h"
 #include "model/masses.h"
@@ -40,7 +41,6 @@ constexpr int phase_nodes = 1;
 constexpr int phase_systems = 2;
 constexpr int phase_masses = 3;
 constexpr int phase_elements = 4;
-constexpr int phase_records = 7;
 constexpr int phase_stiffness = 10;
 
 constexpr int most_energy_equations = 60000;
@@ -63,6 +63,7 @@ void forget_last_problem() {
   step = {};
   reset_gravity();
   if (is_open_tape(UNIT_STATE_LOG)) close_tape(UNIT_STATE_LOG);
+  state_log = {};
 }
 
 [[noreturn]] void stop_section(const std::string& section, std::string_view routine) {
@@ -133,17 +134,6 @@ void read_sea() {
   if (dynamic_loads.IVESSL == 1) stop_section("VESSEL MOTION INPUT", "VESSEL");
 }
 
-/// Maps of records to nodes, which the commands of dynamic macros fill: two reals and four integers per entry, and an
-/// integer list.
-void carve_record_maps() {
-  for (const int n : {dynamic_loads.NDFND, dynamic_loads.NIDND}) {
-    carve_reals(2LL * n);
-    carve_integers(4LL * n);
-    carve_integers(n);
-  }
-  check_storage(phase_records);
-}
-
 void read_output_lists() {
   read_response_card();
   PRLIST();
@@ -209,7 +199,6 @@ void DATAIN() {
   read_elements();
   read_loads();
   read_sea();
-  carve_record_maps();
   read_output_lists();
   lay_out_analysis();
   open_energy_files();

@@ -6,7 +6,7 @@
 // Fields: Iw, Fw.d, Ew.d, Dw.d, Gw.d, Aw, nX, Tn, 'text', "/" (next record), nP (scale), r(...) groups. One repeated
 // text field such as 18A4 is one item of 72 columns. A layout that is used up before its items goes back to its last
 // group on the outer level and starts a new record. A layout literal that does not fit its variables does not compile;
-// a layout that stands in a deck goes through the same parser when it is read (parse_layout).
+// a layout that stands in a deck goes through the same parser when it is read (layout_error).
 //
 // Items: int; double; text (std::string_view to write, std::span<char> or char[n] to read, filled with blanks behind);
 // 1-based views and spans of int or double, which stand for as many items as they have entries.

@@ -31,8 +31,7 @@ struct Edit {
   Type type = Type::end;
   int width = 0;  ///< columns; for skip and tab the count; for scale the power of ten
   int decimals = 0;
-  std::string_view
-      text{};  ///< characters of a quote, as they stand (a doubled quote is one quote); of an error, its words
+  std::string_view text{};  ///< of a quote, its characters as they stand, with doubled marks; of an error, its words
   char quote = '\'';
 };
 

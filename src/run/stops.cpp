@@ -60,7 +60,7 @@ void FATERR(std::string_view name) {
   std::string padded(name.substr(0, routine_name_width));
   padded.resize(routine_name_width, ' ');
   write(units.NDOUT, "'FATAL ERROR DETECTED IN ',A6,' - JOB ABORTED'", padded);
-  complain(whole_line, "fatal error detected in " + padded + ", job aborted");
+  complain(whole_line, "fatal error detected in " + std::string(name) + ", job aborted");
   CLOSUP();
 }
 
@@ -72,7 +72,8 @@ void ERRMSG(std::string_view text, int unit) {
 void io_failure(int unit, std::int64_t record, std::string_view cause) {
   // A second failure, while the first is being flushed, or one of the error stream itself has only stderr left.
   if (!failure.failing) {
-    std::string line = "unit " + std::to_string(unit) + ", file " + file_of_unit(unit);
+    std::string line = "unit " + std::to_string(unit);
+    if (const std::string file = file_of_unit(unit); file != line) line += ", file " + file;
     if (record > 0) line += ", record " + std::to_string(record);
     line = one_line(line + ": " + std::string(cause)).substr(0, failure.line.size() - 1);
     std::memcpy(failure.line.data(), line.c_str(), line.size() + 1);

@@ -53,8 +53,8 @@ inline void (*stop_process)(int status) = nullptr;
 /// " ***ERROR - " and the text up to its first $, at most 60 characters; the run goes on.
 void ERRMSG(std::string_view text, int unit);
 
-/// Ends the process in the I/O layer: "unit u, file, record r: cause" on the error stream (no record when `record` is
-/// below 1); open files are flushed, none is deleted.
+/// Ends the process in the I/O layer: "unit u, file, record r: cause" on the error stream (without the file when the
+/// unit has none, without the record when `record` is below 1); open files are flushed, none is deleted.
 [[noreturn]] void io_failure(int unit, std::int64_t record, std::string_view cause);
 
 /// Keeps the words of an I/O failure while files are being flushed, so that a second failure (a full disk that takes

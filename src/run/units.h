@@ -54,7 +54,9 @@ enum class OpenMode {
   fresh,     ///< made or emptied
 };
 
-/// Opens a formatted file on a unit; a unit that is open is closed first. A failure ends the process in the I/O layer.
+/// Opens a formatted file on a unit, 0 to 999; a unit that is open is closed first. A failure ends the process in the
+/// I/O layer. A unit that is read or written without a file gets fort.<unit>. (The table of open files is the file
+/// layer's own and stands in units.cpp.)
 void open_formatted(int unit, const std::string& file, OpenMode mode);
 /// Closes a formatted unit (no effect when it is not open); flushes and checks.
 void close_formatted(int unit);

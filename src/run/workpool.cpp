@@ -26,11 +26,14 @@ constexpr std::array<std::string_view, 11> phase_names{"NODAL COORD/DOF CONSTRAI
                                                        "STORAGE FOR ANALYSIS ARRAYS", "STORAGE FOR STIFFNESS MATRIX",
                                                        "LIST OF POST-PROCESSOR NODES"};
 
-/// Lays `count` words down at NEXT; none for a negative count.
+/// A count within what a 32-bit index can tell; none for a negative one.
+std::int64_t wanted(std::int64_t n) { return std::clamp<std::int64_t>(n, 0, last_index); }
+
+/// Lays `count` words down at NEXT.
 int carve_words(std::int64_t count) {
   const int index = storage.NEXT;
   const std::int64_t room = static_cast<std::int64_t>(last_index) - index;
-  storage.NEXT = count > room ? last_index : index + static_cast<int>(std::max<std::int64_t>(count, 0));
+  storage.NEXT = count > room ? last_index : index + static_cast<int>(count);
   return index;
 }
 
@@ -69,9 +72,15 @@ void WorkPool::clear_from(int index) {
   touched_ = first;
 }
 
-int carve_reals(std::int64_t n) { return carve_words(n > last_index ? n : n * ITWO); }
+int carve_reals(std::int64_t n) {
+  const std::int64_t reals = wanted(n);
+  return carve_words(reals * ITWO);
+}
 
-int carve_integers(std::int64_t n) { return carve_words(n > last_index ? n : n + (n > 0 ? n % 2 : 0)); }
+int carve_integers(std::int64_t n) {
+  const std::int64_t integers = wanted(n);
+  return carve_words(integers + integers % 2);
+}
 
 void check_storage(int phase) {
   const std::int64_t need = static_cast<std::int64_t>(storage.NEXT) - 1;

@@ -114,10 +114,11 @@ void write_top_unbalances() {
 
 bool state_is_finite(int& bad_equation) {
   bad_equation = 0;
-  const Reals U = equation_vector(arrays.U);
-  const Reals RU = equation_vector(arrays.RU);
-  for (int e = 1; e <= sizes.NEQ; ++e) {
-    if (!std::isfinite(U(e)) || !std::isfinite(RU(e))) {
+  // A displacement that is lost spoils the forces of its neighbours, so displacements are looked at first.
+  for (const int vector : {arrays.U, arrays.RU}) {
+    const Reals x = equation_vector(vector);
+    for (int e = 1; e <= sizes.NEQ; ++e) {
+      if (std::isfinite(x(e))) continue;
       bad_equation = e;
       return false;
     }

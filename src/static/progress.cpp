@@ -34,6 +34,7 @@ void write_progress_row() {
   write(UNIT_PROGRESS, "I7,I3,I5,1X,F7.4,1X,F7.5,1X,E8.3,1X,E8.3,1X,A3,1X,A3,I5,2G13.5,I5", step.NS, step.NI,
         response.NLSTEP, response.LEVEL, statics.STEPF, step.APPLIED, response.RNORM, step.STACOD, step.STFCOD,
         solver.NSTUPD, statics.ARC, statics.CSP, solver.NNEG);
+  flush_formatted(UNIT_PROGRESS);  // whoever follows the run sees each iteration
 }
 
 void write_segment_end(EndCode end) {

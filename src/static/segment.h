@@ -16,9 +16,9 @@ inline constexpr int most_stepping_vectors = 20;
 
 /// A list of (equation, factor) pairs: stepping, direction and iteration vectors.
 struct TermVector {
-  double scale = 1.0;
-  int count = 0;
-  std::array<int, most_vector_terms> equation{};
+  double scale = 1.0;                             ///< increment scale factor                     [-]
+  int count = 0;                                  ///< terms                                      [-]
+  std::array<int, most_vector_terms> equation{};  ///< 1..NEQ + 1 (the sink of constrained components)
   std::array<double, most_vector_terms> factor{};
 };
 
@@ -28,54 +28,54 @@ struct SegmentBlock {
   int NSEG = 0;             ///< segments of the macro                                            [-]
   int ISEG = 0;             ///< running number of this segment                                   [-]
   int KSTEP = 1;            ///< step type: 2 displacement stepping, else load stepping
-  int KNMS = 0;             ///< stepping parameter: 1 norm, 2 maximum, 3 stepping vectors
+  int KNMS = 0;             ///< displacement stepping: 2 maximum, 3 stepping vectors, else norm; 0 in load stepping
   double SEGVAL = 0.0;      ///< segment value
   int NSVEC = 0;            ///< stepping vectors                                                 [-]
-  int KDIR = 0;             ///< step direction code
+  int KDIR = 0;             ///< step direction code: below 1 as 1, 5 as 4
   double STEP0 = 0.0;       ///< initial step factor                                              [-]
   int NSTEPS = 0;           ///< most steps                                                       [-]
   bool end_report = false;  ///< NSTEPS was negative: envelopes at the segment's end
   int KEVENT = 0;           ///< element event code
   int KITER = 1;            ///< iteration type: 2 constant scalar displacement, else constant load
-  int KIPAR = 0;            ///< iteration parameter
-  int MAXIT = 0;            ///< most iterations of a step                                        [-]
-  int KTERM = 0;            ///< 0 restep, 1 stop, 2 continue when MAXIT is exceeded
+  int KIPAR = 0;  ///< with KITER 2: 1 work, 2 arc length, 3 critical vector (1 without vectors), 4 iteration vector
+  int MAXIT = 0;  ///< most iterations of a step                                        [-]
+  int KTERM = 0;  ///< 0 restep, 1 stop, 2 continue when MAXIT is exceeded
   double FQUIT = 0.0;       ///< stop when the level is not above it                              [-]
   int KSSTF = 1;            ///< step control for stiffness update
   int KISTF = 0;            ///< iteration control for stiffness update
   int KBFGS = 0;            ///< 1: updates between stiffness updates
   int KISTA = 0;            ///< iteration control for state update
   int KPRINT = 0;           ///< results print code
-  int KRST = 0;
-  int KPOST = 0;
-  int KMEMB = 0;
-  int KPOSTN = 0;       ///< save at every n-th step, 0 none
-  double ULTFAC = 0.0;  ///< save when the level has moved by more than this part of the largest
-  int MACPR = 0;        ///< 1: load and displacement vectors of each iteration
-  int IROB = 0;         ///< 1: no unbalance in the first iteration of a step
-  double ARCL = 0.0;
-  double STEPSZI = 0.0;
-  int KUTYPE = 0;     ///< unbalance norm: 0 maximum, 1 Euclidean, else weighted
-  int KUMOM = 0;      ///< 1: moments count in the norm
-  double TOLU = 0.0;  ///< tolerance of all steps but the last                              [force]
-  double TOLL = 0.0;  ///< tolerance of the last step                                       [force]
-  double USCALE = 0.0;
-  int NLS = 1;  ///< most line searches
-  double SUP = 0.0;
-  double SLOW = 0.0;
-  double TOLS = 0.0;
-  int NTOP = 0;  ///< largest unbalances on TAP32                                      [-]
-  double RFAC = 0.25;
-  double STEPMIN = 0.0156;
-  int NATT = 0;
-  int ITLOW = 0;
-  double IFAC = 4.0;
-  double STEPMAX = 1.0;
-  int KPRED = 0;
-  double GRACE = 0.0;
-  double WPRED = 1.0;
-  double UMAX = 1.0E20;
-  int ITDES = 0;
+  int KRST = 0;             ///< 1: results on the restart file at the end of the segment
+  int KPOST = 0;            ///< 1: results for the post-processor at the end of the segment
+  int KMEMB = 0;            ///< 1: results for member stress checks at the end of the segment
+  int KPOSTN = 0;           ///< save at every n-th step, 0 none
+  double ULTFAC = 0.0;      ///< save when the level has moved by more than this part of the largest
+  int MACPR = 0;            ///< 1: load and displacement vectors of each iteration
+  int IROB = 0;             ///< 1: no unbalance in the first iteration of a step
+  double ARCL = 0.0;        ///< initial arc length, 0 keeps the current one                      [length]
+  double STEPSZI = 0.0;     ///< first step factor with KIPAR 2, 0 keeps the current one          [-]
+  int KUTYPE = 0;           ///< unbalance norm: 0 maximum, 1 Euclidean, else weighted
+  int KUMOM = 0;            ///< 1: moments count in the norm
+  double TOLU = 0.0;        ///< tolerance of all steps but the last                              [force]
+  double TOLL = 0.0;        ///< tolerance of the last step                                       [force]
+  double USCALE = 0.0;      ///< above 0: step magnitude is scaled in the first iteration          [force]
+  int NLS = 1;              ///< most line searches
+  double SUP = 0.0;         ///< largest length a line search may take                            [-]
+  double SLOW = 0.0;        ///< smallest                                                         [-]
+  double TOLS = 0.0;        ///< part of the first unbalance at which a line search ends          [-]
+  int NTOP = 0;             ///< largest unbalances on TAP32                                      [-]
+  double RFAC = 0.25;       ///< a restep multiplies the step factor with it                  [-]
+  double STEPMIN = 0.0156;  ///< smallest step factor, as part of STEP0                       [-]
+  int NATT = 0;             ///< attempts to go below it before the analysis is suspended, 0 any
+  int ITLOW = 0;            ///< a step of fewer iterations makes the next one larger         [-]
+  double IFAC = 4.0;        ///< by this factor                                               [-]
+  double STEPMAX = 1.0;     ///< largest step factor, as part of STEP0                        [-]
+  int KPRED = 0;            ///< iteration at which convergence prediction starts, 0 none      [-]
+  double GRACE = 0.0;       ///< grace ratio of the prediction                                [-]
+  double WPRED = 1.0;       ///< weight of the iteration at hand in the prediction            [-]
+  double UMAX = 1.0E20;     ///< unbalance at which a step is taken anew                      [force]
+  int ITDES = 0;            ///< desired iterations of a step, 0 none                         [-]
   std::array<TermVector, most_stepping_vectors> stepping{};
   TermVector direction{};
   TermVector iteration{};

@@ -157,6 +157,22 @@ void determine_trial() {
   measure_unbalance();
 }
 
+/// The search along the first increment of a step, of which one trial is allowed: it either accepts the full length by
+/// its own tolerance, or ends with it as the best one, determined anew.
+void search_first_increment() {
+  if (step.NI != 1 || segment.USCALE == ZERO || response.RNORM < step.TOL) return;
+  const double search_tolerance = segment.TOLS * response.RNORM;
+  if (!(std::abs(search_tolerance) < std::abs(response.RNORM))) {
+    write(units.NDOUT, "5X,'LINE SEARCH CONVERGED',5X,'END LINE SEARCH - STEP SIZE =',F10.4", ONE);
+    return;
+  }
+  constexpr int tries = 1;
+  write(units.NDOUT, "5X,'LINE SEARCH DID NOT CONVERGE AFTER ',I3,' TRIES'", tries);
+  determine_trial();
+  write(units.NDOUT, "5X,'SOLUTION CONTINUED WITH STEP SIZE =',F10.5,5X,'AND UNBALANCED NORM   =',D15.4", ONE,
+        response.RNORM);
+}
+
 void accept_trial() {
   const Reals DDIS = equation_vector(arrays.DDIS);
   const Reals du = equation_vector(arrays.BFGS2);
@@ -250,6 +266,7 @@ Outcome iterate() {
     write(units.NDOUT, "' RESTEPPING DUE TO LARGE UNBALANCE FORCE '");
     return restep(true, false);
   }
+  search_first_increment();
   accept_trial();
   if (response.RNORM <= step.TOL) {
     write_progress_row();

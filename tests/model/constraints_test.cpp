@@ -237,6 +237,13 @@ TEST(IdenticalDisplacements, OnNodesOutOfRangeAreReported) {
   EXPECT_NE(m.scratch.errors().find("line 2, columns 16-20: NODE 9"), std::string::npos);
 }
 
+TEST(IdenticalDisplacements, OfASingleNodeOutOfRangeAreReported) {
+  NodeModel m(tie("100000", {9}), size_of(2, 0, 1));
+  DOFIN();
+  EXPECT_EQ(m.data_errors(), 1);
+  EXPECT_EQ(sizes.NEQ, 12);
+}
+
 TEST(IdenticalDisplacements, AreEchoedInTheirColumns) {
   NodeModel m(tie("101000", {1, 2}), size_of(2, 0, 1));
   DOFIN();

@@ -105,7 +105,7 @@ TEST(MassCommands, OnAConstrainedComponentGoToTheSinkAndShowNowhere) {
   const std::string line =
       "        2       0.0000E+00  0.2000E+01  0.2500E+01       0.1000E+00  0.0000E+00  0.3000E+00";
   EXPECT_EQ(count_of_text(model.scratch.report(), line), 2);
-  EXPECT_TRUE(has_line(model.scratch.report(), "           0.0000      2.0000      2.5000")) << model.scratch.report();
+  EXPECT_TRUE(has_line(model.scratch.report(), "            0.0000      2.0000      2.5000")) << model.scratch.report();
 }
 
 TEST(MassCommands, OnATiedComponentAddToTheMastersEquation) {
@@ -152,6 +152,18 @@ TEST(MassCommands, WithANegativeDifferenceAreSkippedAsADataError) {
   EXPECT_EQ(count_of_text(model.scratch.report(), "IS NEGATIVE, ENTERING CHEC MODE"), 1);
 }
 
+TEST(MassCommands, WithoutALastNodeTakeNoNoticeOfTheDifference) {
+  for (const std::string difference : {"    3", "   -5"}) {
+    LoadModel model("    2     1.0                                                      0" + difference + "\n",
+                    row_of_nodes(3));
+    model.number();
+    sizes.NMASS = 1;
+    MASSIN();
+    for (int n = 1; n <= 3; ++n) EXPECT_EQ(model.at(masses.AMASS, n, 1), n == 2 ? 1.0 : 0.0) << n;
+    EXPECT_EQ(run.RUNMOD, 0);
+  }
+}
+
 TEST(MassCommands, ThatAreMissingEndTheRunInTheInputLayer) {
   LoadModel model(one, row_of_nodes(3));
   model.number();
@@ -172,7 +184,7 @@ TEST(MassSummary, ShowsTheFinalVectorAndSumsItsTranslations) {
             "        1       0.1100E+02  0.1200E+02  0.1300E+02       0.0000E+00  0.0000E+00  0.0000E+00\n"
             "        2       0.2100E+02  0.2200E+02  0.2300E+02       0.0000E+00  0.0000E+00  0.0000E+00\n"
             "\n     TOTAL MASS IN DIRECTIONS:\n\n               X           Y           Z\n"
-            "           32.000      34.000      36.000\n");
+            "            32.000      34.000      36.000\n");
 }
 
 TEST(MassSummary, CountsASharedEquationAtEachOfItsNodes) {
@@ -180,7 +192,7 @@ TEST(MassSummary, CountsASharedEquationAtEachOfItsNodes) {
   model.tie(2, 1, 1).number();
   model.vector(masses.AMASS)(1) = 5.0;
   MASSUM();
-  EXPECT_TRUE(has_line(model.scratch.report(), "           10.000      0.0000      0.0000")) << model.scratch.report();
+  EXPECT_TRUE(has_line(model.scratch.report(), "            10.000      0.0000      0.0000")) << model.scratch.report();
 }
 
 }  // namespace

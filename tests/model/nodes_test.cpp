@@ -294,6 +294,10 @@ TEST(Generation, WithAnEndOutOfRangeIsSkipped) {
     NODEIN();
     EXPECT_EQ(m.data_errors(), 1) << bad;
     EXPECT_TRUE(m.reports("OUT OF RANGE, ENTERING CHEC MODE"));
+    NodeModel n(two_ends + generation(1, bad, 1, 4, "0."), size_of(9, 2, 1));
+    NODEIN();
+    EXPECT_EQ(n.data_errors(), 1) << bad;
+    EXPECT_NE(n.scratch.errors().find("line 3, columns 6-10"), std::string::npos);
   }
 }
 

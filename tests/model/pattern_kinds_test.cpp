@@ -49,8 +49,8 @@ TEST(NodalLoads, AreEchoedTabulatedAndSummed) {
             "     LOAD PATTERN NO.    1 - NODAL LOAD\n"
             " -----------------------------------------------------------------\n"
             "     DEAD LOAD\n"
-            " -----------------------------------------------------------------\n\n\n"
-            "     NO. OF STATIC LOAD GENERATING COMMANDS =    2\n\n\n"
+            " -----------------------------------------------------------------\n\n"
+            "     NO. OF STATIC LOAD GENERATING COMMANDS =    2\n\n"
             "     FIRST      X-LOAD      Y-LOAD      Z-LOAD      X-MOMT      Y-MOMT      Z-MOMT      LAST      NODE\n"
             "      NODE                                                                              NODE      DIFF\n\n"
             "         1       1.500       0.000      -2.000       0.000       0.000       0.000         2         0\n"
@@ -61,7 +61,7 @@ TEST(NodalLoads, AreEchoedTabulatedAndSummed) {
             "         2       2.000       0.000      -2.000       0.000       0.000       0.000\n"
             "\n     TOTAL FORCES AND MOMENTS:\n\n"
             "                    FX          FY          FZ          MX          MY          MZ\n"
-            "               3.500       0.000      -4.000       0.000       0.000       0.000\n");
+            "                 3.500       0.000      -4.000       0.000       0.000       0.000\n");
 }
 
 TEST(NodalLoads, OnAConstrainedComponentShowAsZero) {
@@ -89,6 +89,15 @@ TEST(NodalLoads, WithLastNodeEqualToFirstLoadTheNodeOnce) {
   }
 }
 
+TEST(NodalLoads, WithoutALastNodeTakeNoNoticeOfTheDifference) {
+  for (const int difference : {3, -1}) {
+    LoadModel model(head(1) + load_card(2, 5.0, 0.0, 0, difference), row_of_nodes(3));
+    model.number();
+    EXPECT_EQ(read_one(&StaticLoadBlock::NFPAT), std::nullopt);
+    EXPECT_EQ(patterns.resultant[0][0], 5.0);
+  }
+}
+
 TEST(NodalLoads, RunByTheDifferenceAndByOneWithoutIt) {
   LoadModel model(head(2) + load_card(1, 1.0, 0.0, 5, 2) + load_card(1, 0.0, 1.0, 5, 0), row_of_nodes(5));
   model.number();
@@ -101,7 +110,7 @@ TEST(NodalLoads, WithASpanThatTheDifferenceDoesNotDivideStopTheRunInADataCheckTo
   struct Bad {
     int first, last, difference;
   };
-  for (const Bad& bad : {Bad{1, 4, 2}, Bad{3, 2, 1}, Bad{1, 3, -1}, Bad{2, -1, 0}}) {
+  for (const Bad& bad : {Bad{1, 4, 2}, Bad{3, 2, 1}, Bad{1, 3, -1}, Bad{2, 2, -1}, Bad{2, -1, 0}}) {
     for (const int mode : {0, 1}) {
       LoadModel model(head(1) + load_card(bad.first, 5.0, 0.0, bad.last, bad.difference), row_of_nodes(5));
       model.number();
@@ -354,6 +363,13 @@ TEST(SurfacePressures, OfCodeOneComeFromPressureCardsAndAreZeroElsewhere) {
   EXPECT_TRUE(has_line(report, " NODAL PRESSURES"));
   EXPECT_TRUE(has_line(report, "         4     0.9000E+01")) << report;
   EXPECT_FALSE(has_line(report, "         2     0.0000E+00"));
+}
+
+TEST(SurfacePressures, CardWithoutALastNodeTakesNoNoticeOfTheIncrement) {
+  LoadModel model("    1    1    1\n    1    2    3    4\n    4    0   -1       9.0\n", row_of_nodes(4));
+  model.number();
+  EXPECT_EQ(read_one(&StaticLoadBlock::NPPAT), std::nullopt);
+  EXPECT_EQ(SurfacePattern().surfaces[0].pressure, (std::array<double, 4>{0, 0, 0, 9}));
 }
 
 TEST(SurfacePressures, WithABadRangeOfPressuresStopTheRun) {

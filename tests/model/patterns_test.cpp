@@ -99,6 +99,8 @@ TEST(PatternLimit, FiveHundredAndOneStopAfterTheLastIsWritten) {
                        "NUMBER OF ALLOWABLES 500."));
   EXPECT_EQ(count_of_text(model.scratch.errors(), "501 static load patterns, at most 500 are allowed"), 1);
   EXPECT_EQ(count_of_text(model.scratch.report(), "STATIC SELF WEIGHT PATTERN"), 1);
+  EXPECT_EQ(patterns.type[0], pattern_nodal);  // the tables of the first 500 are as they were
+  EXPECT_EQ(patterns.type[499], pattern_nodal);
 }
 
 TEST(PatternLimit, PrescribedDisplacementsDoNotCount) {

@@ -10,7 +10,8 @@ TEST(DynamicLoadCard, IsEchoedWithItsLabels) {
   LoadModel model("    1    2    3    4    5  100    1    1\n", row_of_nodes(1));
   DYNCTL();
   EXPECT_EQ(trimmed(model.scratch.report()),
-            "1\n DYNAMIC LOAD SPECIFICATION CONTROL INFORMATION\n\n"
+            "1***********************************************\n DYNAMIC LOAD SPECIFICATION CONTROL INFORMATION\n "
+            "***********************************************\n\n"
             "     NUMBER OF GROUND ACCELERATION RECORDS .......... =    1\n"
             "     NUMBER OF DYNAMIC FORCE RECORDS ................ =    2\n"
             "     NUMBER OF IMPOSED DISPLACEMENT HISTORY RECORDS . =    3\n"

@@ -1,9 +1,9 @@
 // Reading a problem: the control cards, their echo, their limits, and the sections that a deck can ask for.
+#include <gtest/gtest.h>
+
 #include <sstream>
 #include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 #include "run_deck.h"
 #include "truss_deck.h"
@@ -136,13 +136,12 @@ TEST(Datain, TheEquationLimitIsOnTheEntryBehindTheLast) {
   EXPECT_EQ(run_deck(largest_deck("100000"), "64M").status, 0);
   const RunResult run = run_deck(largest_deck("000000"), "64M");
   EXPECT_EQ(run.status, 1);
-  EXPECT_TRUE(has(run.report, " ERROR! PRGROM STOPS\n DUE TO THE EXCEEDENCE OF THE ALLOWABLE NUMBER OF DOFs.\n"
-                              " INCREASE THE PARAMETER MAXDOF IN FILE MAXDOF.PAR AND\n RECOMPLIE TIDEARC.\n"));
+  EXPECT_TRUE(has(run.report,
+                  " ERROR! PRGROM STOPS\n DUE TO THE EXCEEDENCE OF THE ALLOWABLE NUMBER OF DOFs.\n"
+                  " INCREASE THE PARAMETER MAXDOF IN FILE MAXDOF.PAR AND\n RECOMPLIE TIDEARC.\n"));
 }
 
-TEST(Datain, OnlyTheGravityCodeOneReadsAGravityCard) {
-  EXPECT_EQ(run_deck(with_size(11, 2)).status, 0);
-}
+TEST(Datain, OnlyTheGravityCodeOneReadsAGravityCard) { EXPECT_EQ(run_deck(with_size(11, 2)).status, 0); }
 
 TEST(Datain, SectionsThatAreNotAvailableStopTheRunByTheirName) {
   const RunResult renumbered = run_deck(with_size(15, 3));
@@ -214,7 +213,8 @@ TEST(Datain, TooManyPatternsStopWithoutACloseDown) {
   for (int i = 0; i < 500; ++i) deck.pattern(2, 1, 0, 0);
   const RunResult run = run_deck(deck.text());
   EXPECT_EQ(run.status, 1);
-  EXPECT_TRUE(has(run.report, "ERROR! PROGRAM STOPS BECAUSE NUMBER OF STATIC LOADS 501 EXCEEDING NUMBER OF ALLOWABLES "))
+  EXPECT_TRUE(
+      has(run.report, "ERROR! PROGRAM STOPS BECAUSE NUMBER OF STATIC LOADS 501 EXCEEDING NUMBER OF ALLOWABLES "))
       << run.report.substr(run.report.size() > 300 ? run.report.size() - 300 : 0);
 }
 

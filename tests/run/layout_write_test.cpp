@@ -154,6 +154,7 @@ TEST(LayoutWrite, TextsAreLeftJustifiedAndCutAtTheFieldWidth) {
   EXPECT_EQ(format("3A4,'|'", std::string("abcdefg")), "abcdefg     |");
   EXPECT_EQ(format("A3,'|'", std::array<char, 2>{'x', 'y'}), "xy |");
   EXPECT_EQ(format("2A2,A2,'|'", "abcd", "ef"), "abcdef|");
+  EXPECT_EQ(format("18A4,I3", "x", 7), "x" + std::string(71, ' ') + "  7");
 }
 
 TEST(LayoutWrite, ViewsStandForAsManyItemsAsTheyHave) {
@@ -169,6 +170,17 @@ TEST(LayoutWrite, AKindThatIsKnownOnlyInTheRunAndDoesNotFitEndsTheProcess) {
   EXPECT_EQ(stop_of([&] { write(units.NDOUT, "F5.1,F5.1,A4", std::span<const double>(values), 1); }), status_io);
   EXPECT_EQ(scratch.errors(),
             "unit 6, file TAModel.out, record 1: layout F5.1,F5.1,A4: a field does not fit its item\n");
+}
+
+TEST(LayoutWrite, ALayoutWithoutFieldsForTheItemsEndsTheProcess) {
+  Scratch scratch;
+  const int value = 1;
+  const OutItem item(value);
+  EXPECT_EQ(stop_of([&] { write_items(units.NDOUT, "5X,/", {&item, 1}); }), status_io);
+  EXPECT_EQ(stop_of([&] { write_items(units.NDOUT, "I5,5(", {&item, 1}); }), status_io);
+  EXPECT_EQ(scratch.errors(),
+            "unit 6, file TAModel.out, record 1: layout 5X,/: no field for an item\n"
+            "unit 6, file TAModel.out, record 1: layout I5,5(: a group is not closed\n");
 }
 
 TEST(LayoutWrite, EveryWriteIsOneRecordAtLeast) {

@@ -40,7 +40,7 @@ TEST_F(Stops, FatalMessageTellsTheDeckLineOnTheErrorStream) {
   next_line(units.NDIN, line);
   next_line(units.NDIN, line);
   stop_of([] { FATERR("MAIN"); });
-  EXPECT_EQ(scratch.errors(), "TAModel.inp line 2: fatal error detected in MAIN , job aborted\n");
+  EXPECT_EQ(scratch.errors(), "TAModel.inp line 2: fatal error detected in MAIN, job aborted\n");
 }
 
 TEST_F(Stops, ErrorMessageEndsBeforeTheFirstDollar) {
@@ -125,6 +125,12 @@ TEST_F(Stops, IoFailureTellsUnitFileRecordAndCauseAndEndsWithStatusTwo) {
   Scratch scratch;
   EXPECT_EQ(stop_of([] { io_failure(units.NDIN, 12, "the field 'abc'\n is no number"); }), status_io);
   EXPECT_EQ(scratch.errors(), "unit 5, file TAModel.inp, record 12: the field 'abc' is no number\n");
+}
+
+TEST_F(Stops, IoFailureOfAUnitWithoutAFileNamesTheUnitAlone) {
+  Scratch scratch;
+  stop_of([] { io_failure(44, 0, "TAModel.inp cannot be opened"); });
+  EXPECT_EQ(scratch.errors(), "unit 44: TAModel.inp cannot be opened\n");
 }
 
 TEST_F(Stops, IoFailureFlushesTheReport) {

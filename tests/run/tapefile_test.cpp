@@ -394,6 +394,23 @@ TEST_F(TapeFolder, OpeningDoesNotCutAndTheFirstWriteDoes) {
   EXPECT_EQ(scratch_.contents("TAP11"), bytes_of({4, 1, 4, 4, 1, 4}));
 }
 
+TEST_F(TapeFolder, AWriteCutsTheFileItself) {
+  put_file("TAP11", bytes_of({8, 1, 2, 8, 4, 3, 4}));
+  open_tape(17, "TAP11", false);
+  const int word = 9;
+  FILE(17, "WRIT", 1, &word);
+  close_tape(17);
+  EXPECT_EQ(scratch_.contents("TAP11"), bytes_of({4, 9, 4}));
+}
+
+TEST_F(TapeFolder, RecordsInMemoryBeginWhereRealsMayStand) {
+  const std::array<int, 3> words{};
+  for (const int count : {1, 3, 2}) FILE(2, "WRIT", count, words.data());
+  FILE(2, "REWI");
+  for (int record = 0; record < 3; ++record)
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(next_record(2).data()) % sizeof(double), 0U) << record;
+}
+
 TEST_F(TapeFolder, AFileIsClosedByTheHookOfItsUnitAndOpenedAgainAtItsStart) {
   for (const int closed : {17, 23}) {
     const std::string name = "TAP" + std::to_string(closed);

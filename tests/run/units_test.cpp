@@ -74,6 +74,14 @@ TEST(DeckLines, OfALineThatIsTooLongTheRestIsReadOver) {
   }
 }
 
+TEST(DeckLines, ACarriageReturnInsideALineThatIsCutIsNotItsEnd) {
+  const std::string first = std::string(static_cast<std::size_t>(longest_line) - 1, 'x') + '\r';
+  Scratch scratch(first + "more\n");
+  std::string line;
+  ASSERT_TRUE(next_line(units.NDIN, line));
+  EXPECT_EQ(line, first);
+}
+
 TEST(DeckLines, ManyLinesOfAllLengthsAcrossTheEndsOfBuffers) {
   std::string deck;
   for (std::size_t i = 0; i < 3000; ++i) deck += std::string(i % 131, static_cast<char>('a' + i % 26)) + "\n";
@@ -141,8 +149,11 @@ TEST(Units, BehindWhatWasWrittenThereIsNothingAndRewindGoesToItsStart) {
   Scratch scratch;
   open_formatted(40, "f", OpenMode::fresh);
   put_text(40, "one\ntwo\n");
+  flush_formatted(40);
   std::string line;
   EXPECT_FALSE(next_line(40, line));
+  put_text(40, "more\n");
+  EXPECT_EQ(scratch.contents("f"), "one\ntwo\nmore\n");
   rewind_formatted(40);
   EXPECT_EQ(record_of_unit(40), 0);
   ASSERT_TRUE(next_line(40, line));
@@ -181,7 +192,7 @@ TEST(Units, HaveAnImplicitFileWhenNoneWasOpened) {
 TEST(Units, AFileThatMustExistAndDoesNotIsAnIoFailure) {
   Scratch scratch;
   EXPECT_EQ(stop_of([] { open_formatted(40, "absent", OpenMode::existing); }), status_io);
-  EXPECT_EQ(scratch.errors(), "unit 40, file unit 40: absent cannot be opened: No such file or directory\n");
+  EXPECT_EQ(scratch.errors(), "unit 40: absent cannot be opened: No such file or directory\n");
   EXPECT_FALSE(is_open_formatted(40));
 }
 

@@ -96,6 +96,14 @@ TEST_F(Pool, ClearingTwiceFindsWhatWasWrittenInBetween) {
   EXPECT_EQ(pool.integers(5, 1)(1), 0);
 }
 
+TEST_F(Pool, ClearingTheUpperPartRemembersWhatIsDirtyBelow) {
+  pool.allocate(10);
+  pool.integers(2, 4)(1) = 7;
+  pool.clear_from(3);
+  pool.clear_from(1);
+  EXPECT_EQ(pool.integers(2, 1)(1), 0);
+}
+
 TEST_F(Pool, ClearingBehindTheEndDoesNothing) {
   pool.allocate(4);
   pool.integers(4, 1)(1) = 5;

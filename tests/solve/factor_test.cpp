@@ -393,6 +393,14 @@ TEST(ZeroPivot, ThatNoColumnReachesIsLeftToTheDivision) {
   EXPECT_TRUE(std::isinf(solution(c, factor)[1]));
 }
 
+TEST(ZeroPivot, BeforeTheFirstLoadIsNotDividedBy) {
+  // Three equations that stand alone. Division begins at the first load, at the last equation but one at the latest.
+  const ProfileSystem last_but_one{3, {1, 2, 3}, {1.0, 0.0, 2.0}};
+  EXPECT_TRUE(std::isnan(solution({last_but_one, {0, 0, 0}, {-3, -3, -3}, {0.0, 0.0, 4.0}}, last_but_one.A)[1]));
+  const ProfileSystem before{3, {1, 2, 3}, {0.0, 1.0, 2.0}};
+  EXPECT_EQ(solution({before, {0, 0, 0}, {-3, -3, -3}, {0.0, 0.0, 4.0}}, before.A), (std::vector<double>{0, 0, 2}));
+}
+
 TEST(ZeroPivot, OfAPrescribedEquationIsNeverUsed) {
   const ProfileSystem system{3, {1, 3, 6}, {2.0, 1.0, 0.0, 1.0, 1.0, 5.0}};
   const Case c{system, {0, 1, 0}, {-1, 3, -3}, {1.0, 0.5, 1.0}};

@@ -95,21 +95,27 @@ std::vector<int> links_by_definition(const std::vector<int>& status) {
 
 double scaled_residual(const ProfileSystem& system, const std::vector<int>& status, const std::vector<double>& loads,
                        const std::vector<double>& x) {
-  double norm_K = 0.0;
-  double norm_x = 0.0;
-  double worst = 0.0;
-  for (int i = 1; i <= system.n; ++i) {
-    double column = 0.0;
-    long double residual = loads[at(i - 1)];
-    for (int j = 1; j <= system.n; ++j) {
-      const double k = system(i, j);
-      column += std::abs(k);
-      residual -= static_cast<long double>(k) * x[at(j - 1)];
+  std::vector<long double> residual(loads.begin(), loads.end());
+  std::vector<double> column_sum(loads.size(), 0.0);
+  const auto subtract = [&](int i, int j, double k) {
+    residual[at(i - 1)] -= static_cast<long double>(k) * x[at(j - 1)];
+    column_sum[at(j - 1)] += std::abs(k);
+  };
+  for (int c = 1; c <= system.n; ++c) {
+    for (int r = system.top(c); r <= c; ++r) {
+      const double k = system(r, c);
+      subtract(r, c, k);
+      if (r != c) subtract(c, r, k);
     }
-    norm_K = std::max(norm_K, column);
-    norm_x += std::abs(x[at(i - 1)]);
-    if (status[at(i - 1)] == 0 && !(std::abs(residual) <= worst)) worst = static_cast<double>(std::abs(residual));
   }
+  double worst = 0.0;
+  double norm_x = 0.0;
+  for (std::size_t e = 0; e < x.size(); ++e) {
+    norm_x += std::abs(x[e]);
+    const double size = static_cast<double>(std::abs(residual[e]));
+    if (status[e] == 0 && !(size <= worst)) worst = size;
+  }
+  const double norm_K = *std::max_element(column_sum.begin(), column_sum.end());
   const double scale = system.n * norm_K * norm_x * std::numeric_limits<double>::epsilon();
   return worst == 0.0 ? 0.0 : worst / scale;
 }

@@ -1,10 +1,10 @@
 // When a static analysis forms its stiffness and takes over its state; how its step grows.
 #include "static/control.h"
 
+#include <gtest/gtest.h>
+
 #include <cmath>
 #include <string>
-
-#include <gtest/gtest.h>
 
 namespace tidearc {
 namespace {

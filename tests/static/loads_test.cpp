@@ -36,6 +36,19 @@ class PatternTape {
     FILE(units.NT10, "WRIT", 6, p.data());
     patterns.have_temperatures = true;
   }
+  /// A uniform pressure on one triangle.
+  void pressure(double value, int a, int b, int c) {
+    const int KPRS = 3;
+    const std::array<double, 7> data{value};
+    struct {
+      std::array<int, 4> node;
+      std::array<double, 4> pressure;
+    } surface{{a, b, c, 0}, {}};
+    header(pattern_surface, 2);
+    FILE(units.NT10, "WRIT", 1, static_cast<const void*>(&KPRS));
+    FILE(units.NT10, "WRIT", 14, data.data());
+    FILE(units.NT10, "WRIT", 12, static_cast<const void*>(&surface));
+  }
   /// Lays down what the analyses need, after the last pattern.
   void done() {
     static_loads.NPAT = static_loads.NMADE;
@@ -158,6 +171,41 @@ TEST(MovingLoads, AreMarkedByAFollowerPatternWhateverItsFactor) {
   LODSEG();
   EXPECT_TRUE(statics.moving_loads);
   EXPECT_EQ(RINC(1), 2.0);
+}
+
+/// A right triangle with legs of 1 in the plane of X and Y, seen counter-clockwise from above: the outward normal is
+/// up. A pressure of 6 pushes with 6 * 0.5 downward, a third of it at each corner.
+void place_triangle() {
+  place_follower_nodes();
+  pool.reals(nodes.X, 3)(2) = 1.0;
+  pool.reals(nodes.X, 3)(3) = 0.0;
+  pool.reals(nodes.Y, 3)(3) = 1.0;
+}
+
+TEST(SurfacePressure, IsEvaluatedOnTheDisplacedGeometryAndMarksMovingLoads) {
+  PatternTape tape;
+  tape.pressure(6.0, 1, 2, 3);
+  tape.done();
+  place_triangle();
+  segment.factor[0] = 1.0;
+  LODSEG();
+  EXPECT_TRUE(statics.moving_loads);
+  EXPECT_NEAR(RINC(3), -1.0, 1e-14);  // two Gauss points a side integrate the bilinear product exactly
+  EXPECT_NEAR(RINC(6), -1.0, 1e-14);
+  EXPECT_NEAR(RINC(1), 0.0, 1e-14);
+  equation_vector(arrays.U)(1) = 1.0;  // node 2 moves out: twice the area
+  LODLVL(0.5);
+  EXPECT_NEAR(P(3), -1.0, 1e-14);
+}
+
+TEST(MovingLoads, AreMarkedByASurfacePatternAtFactorZero) {
+  PatternTape tape;
+  tape.pressure(6.0, 1, 2, 3);
+  tape.done();
+  place_triangle();
+  LODSEG();
+  EXPECT_TRUE(statics.moving_loads);
+  EXPECT_EQ(RINC(3), 0.0);
 }
 
 TEST(LODLVL, IsLevelTimesFactorPlusAccumulatedForEachPattern) {

@@ -1,6 +1,8 @@
 // A small model behind the cards of a load segment, and those cards in the making.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
@@ -127,5 +129,14 @@ class SegmentRun {
   }
   Scratch scratch;
 };
+
+/// Reads a segment in data check mode, so that items this version cannot act on do not stop the run.
+inline std::string echo_of(const Cards& cards) {
+  SegmentRun deck(cards.text() + "NEXT\n");
+  run.RUNMOD = 1;
+  SEGIN();
+  EXPECT_EQ(next_card(), "NEXT");
+  return deck.scratch.report();
+}
 
 }  // namespace tidearc::test

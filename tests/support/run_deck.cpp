@@ -96,7 +96,8 @@ std::vector<TrussRow> truss_rows(const std::string& report, int print) {
   for (; i < lines.size(); ++i) {
     std::istringstream in(lines[i]);
     TrussRow row{};
-    if (!(in >> row.element >> row.I >> row.J >> row.code >> row.force >> row.extension >> row.positive >> row.negative))
+    if (!(in >> row.element >> row.I >> row.J >> row.code >> row.force >> row.extension >> row.positive >>
+          row.negative))
       break;
     rows.push_back(row);
   }

@@ -1,11 +1,11 @@
 #include "scratch.h"
 
+#include <unistd.h>
+
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-
-#include <unistd.h>
 
 #include "run/stops.h"
 #include "run/units.h"

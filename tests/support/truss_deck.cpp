@@ -40,8 +40,8 @@ std::string segment_text(const SegmentCards& s) {
             s.KTERM, ten(s.FQUIT).c_str());
   t += card("%5d%5d%5d%5d%5d%5d%5d%5d%5d%s%5d%5d", s.KSSTF, s.KISTF, 0, s.KISTA, s.KPRINT, 0, s.KPOST, 0, s.KPOSTN,
             ten(s.ULTFAC).c_str(), 0, s.IROB);
-  t += card("%5d%5d%s%s%10s%5d%10s%10s%10s%5d", s.KUTYPE, s.KUMOM, ten(s.TOLU).c_str(), ten(s.TOLL).c_str(), "", 1, "",
-            "", "", s.NTOP);
+  t += card("%5d%5d%s%s%s%5d%10s%10s%s%5d", s.KUTYPE, s.KUMOM, ten(s.TOLU).c_str(), ten(s.TOLL).c_str(),
+            ten(s.USCALE).c_str(), 1, "", "", ten(s.TOLS).c_str(), s.NTOP);
   if (s.KTERM == 0) t += s.card4 + "\n";
   t += factor_cards(s.factors);
   t += "\n\n\n\n";  // follower, temperature, pressure, generated
@@ -88,12 +88,12 @@ void TrussDeck::curve(const std::vector<double>& pairs) {
   bars_ += "\n";
 }
 
-void TrussDeck::pattern(int node, double fx, double fy, double fz) {
+void TrussDeck::pattern(int node, double fx, double fy, double fz, double mz) {
   ++pattern_count_;
   patterns_ += card("%5dPATTERN %d", 1, pattern_count_);
   patterns_ += card("%5d", node);
   patterns_.pop_back();
-  patterns_ += ten(fx) + ten(fy) + ten(fz) + "\n";
+  patterns_ += ten(fx) + ten(fy) + ten(fz) + ten(0.0) + ten(0.0) + ten(mz) + "\n";
 }
 
 void TrussDeck::prescribe(int node, int component, double value) {
@@ -121,7 +121,7 @@ std::string TrussDeck::problem() const {
   t += materials_ + sections_ + bars_;
   t += card("%5d%5d%5d%5d%5d%5d%5d%5d", pattern_count_, 0, 0, 0, 0, 0, 0, prescribed_count_);
   t += patterns_ + prescribed_;
-  t += "\n";                         // dynamic load control card
+  t += "\n";                           // dynamic load control card
   t += card("%5d%5d%5d", -1, -1, -1);  // response output card: all nodes
   return t + macros_ + "NONE\n";
 }

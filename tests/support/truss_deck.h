@@ -26,6 +26,8 @@ struct SegmentCards {
   int KUMOM = 0;
   double TOLU = 1e-6;
   double TOLL = 0.0;
+  double USCALE = 0.0;
+  double TOLS = 0.0;
   int NTOP = 0;
   std::string card4 = "";  ///< restep card, used when KTERM is 0
   std::vector<double> factors{1.0};  ///< nodal pattern factors
@@ -45,7 +47,8 @@ class TrussDeck {
   void bar(int i, int j, int material = 1, int section = 1, int geometry = 0, int buckling = 0, double force = 0.0);
   /// Curve card of the bar that was added last (BUCK code 2): deformation, force, deformation, force, ..
   void curve(const std::vector<double>& pairs);
-  void pattern(int node, double fx, double fy, double fz);  ///< a nodal pattern with one command
+  /// A nodal pattern with one command: forces, and a moment about Z.
+  void pattern(int node, double fx, double fy, double fz, double mz = 0.0);
   void prescribe(int node, int component, double value);    ///< a prescribed pattern with one entry
   void stat(const std::vector<SegmentCards>& segments);
   void macro(const std::string& card);

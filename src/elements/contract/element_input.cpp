@@ -74,9 +74,11 @@ void print_banner(const ElementType& type) {
 }
 
 [[noreturn]] void stop_not_available() {
-  // Type 12 never stood, and its message has always named type 1.
-  const int told = group.ITYPE == 12 ? 1 : group.ITYPE;
-  write(units.NDOUT, "' **ERROR! ELEMENT TYPE',I3,' IS NOT AVAILABLE.'", told);
+  if (group.ITYPE == 12) {  // it has never stood, and its message has always named type 1
+    write(units.NDOUT, "' **ERROR! ELEMENT TYPE 1 IS NOT AVAILABLE.'");
+  } else {
+    write(units.NDOUT, "' **ERROR! ELEMENT TYPE',I3,' IS NOT AVAILABLE.'", group.ITYPE);
+  }
   complain({1, 5}, "element type " + std::to_string(group.ITYPE) + " is not available");
   CLOSUP();
 }

@@ -18,18 +18,17 @@ constexpr int input_phase = 4;
 constexpr int material_words = words(sizeof(TrussMaterial));
 constexpr int section_words = words(sizeof(TrussSection));
 
-[[noreturn]] void stop_too_many(const char* what, int count) {
-  write(units.NDOUT, "/,' ERROR MESSAGES',/,/,5X,'MAXIMUM ALLOWABLE NUMBER OF ',A8,' TYPES IS ',I3,'.'", what,
-        most_truss_properties);
-  complain(whole_line, std::to_string(count) + " types of " + what + ", at most " +
-                           std::to_string(most_truss_properties) + " are allowed");
+[[noreturn]] void stop_too_many(const std::string& what, int count) {
+  const std::string sentence = "MAXIMUM ALLOWABLE NUMBER OF " + what + " TYPES IS ";
+  write(units.NDOUT, "/,' ERROR MESSAGES',/,/,5X,A80", sentence + std::to_string(most_truss_properties) + ".");
+  complain(whole_line, std::to_string(count) + " " + what + " types, at most " + std::to_string(most_truss_properties) +
+                           " are allowed");
   CLOSUP();
 }
 
-[[noreturn]] void stop_not_sequential(const char* what, int number, int expected) {
-  write(units.NDOUT, "/,5X,'** ERROR **','  ',A8,' PROPERTY NUMBERS SHOULD BE INPUT SEQUENTIALLY.'", what);
-  complain({1, 5}, std::string(what) + " number " + std::to_string(number) + " where " + std::to_string(expected) +
-                       " is expected");
+[[noreturn]] void stop_not_sequential(const std::string& what, int number, int expected) {
+  write(units.NDOUT, "/,5X,'** ERROR **',A80", "  " + what + " PROPERTY NUMBERS SHOULD BE INPUT SEQUENTIALLY.");
+  complain({1, 5}, what + " number " + std::to_string(number) + " where " + std::to_string(expected) + " is expected");
   CLOSUP();
 }
 
@@ -46,15 +45,15 @@ void read_material(int expected, TrussMaterial& m) {
 void echo_material_heading() {
   write(units.NDOUT, "/,/,5X,'MATERIAL PROPERTIES',/");
   write(units.NDOUT,
-        "' MAT.',20X,'RATIO  YIELD STRESS  YIELD STRESS   POISON''S  SELF WEIGHT       MASS  INTERNAL FLUID',"
-        "'  INTERNAL FLUID  INTERNAL FLUID   DUCTILITY'");
+        "' MAT.              RATIO     YIELD STRESS      POISON''S SELF WEIGHT     ',"
+        "'MASS INTERNAL FLUID INTERNAL FLUID INTERNAL FLUID  DUCTILITY'");
   write(units.NDOUT,
-        "'  NO.',8X,'EMOD',8X,'EH/E       TENSION   COMPRESSION      RATIO      DNESITY    DENSITY  WEIGHT DENSITY',"
-        "'    MASS DENSITY        PRESSURE  OF FAILURE',/");
+        "'  NO.      EMOD     EH/E   TENSION COMPRESSION    RATIO     DNESITY  ',"
+        "'DENSITY WEIGHT DENSITY   MASS DENSITY       PRESSURE OF FAILURE',/");
 }
 
 void echo_material(int number, const TrussMaterial& m) {
-  write(units.NDOUT, "I5,1P,E12.4,E12.3,2E14.4,E11.3,E13.4,E11.3,E16.4,E16.4,E16.4,E12.4", number, m.EMOD, m.ratio,
+  write(units.NDOUT, "I5,1P,E10.3,E9.2,E10.3,E12.3,E9.2,E12.3,E9.2,3E15.3,E11.3", number, m.EMOD, m.ratio,
         m.yield_tension, m.yield_compression, m.poisson, m.weight, m.mass, m.fluid_weight, m.fluid_mass, m.pressure,
         m.ductility);
 }

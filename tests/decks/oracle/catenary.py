@@ -36,9 +36,10 @@ def sagging_root():
     target = REFERENCE.tension(SPAN)
     tension = lambda H: Curve(H, W, SPAN, RISE).tension(SPAN)
     low, high = 100.0, 1000.0
-    for _ in range(200):  # the minimum by golden section is not needed: walk up from the sagging side
+    for _ in range(200):
         middle = 0.5 * (low + high)
-        if tension(middle) > target and tension(middle * 1.0001) < tension(middle):
+        falls = tension(middle * 1.0001) < tension(middle)  # still below the minimum
+        if falls and tension(middle) > target:
             low = middle
         else:
             high = middle
@@ -60,7 +61,7 @@ def parameters():
 def lines():
     result = []
     source = "one curve, H/w = 100, span 150, rise 50, in closed form"
-    horizontal = "number /HORIZONTAL LOAD[ .]*=?\\s*([-+0-9.E]+)/ TAModel.out"
+    horizontal = "number /HORIZONTAL LOAD \\.+ =\\s*([-+0-9.E]+)/ TAModel.out"
     node = 0
     for option in range(1, 6):
         result.append(f"{horizontal} {option} = 1000 tol 1e-6 ; {source}")

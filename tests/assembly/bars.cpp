@@ -1,0 +1,119 @@
+// Bars between a few nodes.
+#include "bars.h"
+
+#include "elements/contract/group.h"
+#include "elements/contract/pass.h"
+#include "elements/contract/state_log.h"
+#include "elements/contract/work.h"
+#include "model/control.h"
+#include "model/masses.h"
+#include "model/nodes.h"
+#include "model/patterns.h"
+#include "run/layout.h"
+#include "run/run_block.h"
+#include "run/tapefile.h"
+#include "run/units.h"
+#include "run/workpool.h"
+#include "solve/arrays.h"
+#include "solve/solver.h"
+
+namespace tidearc::test {
+
+namespace {
+
+constexpr int pool_words = 400000;
+
+std::string group_cards(const std::vector<Bar>& bars) {
+  if (bars.empty()) return "";
+  std::string cards = format("3I5", 1, static_cast<int>(bars.size()), 1) + "\n" + format("3I5", 1, 1, 0) + "\n";
+  cards += format("I5,F10.0", 1, 1000.0) + "\n\n" + format("I5,F10.0", 1, 1.0) + "\n\n";
+  int number = 0;
+  for (const Bar& bar : bars)
+    cards += format("5I5,F10.3,I5", ++number, bar.I, bar.J, 1, 1, bar.force, bar.KGEOM) + "\n";
+  return cards;
+}
+
+void reset_blocks() {
+  close_all_tapes();
+  run = {};
+  units = {};
+  sizes = {};
+  static_loads = {};
+  output = {};
+  storage = {};
+  nodes = {};
+  masses = {};
+  patterns.have_temperatures = false;
+  arrays = {};
+  response = {};
+  solver = {};
+  state_log = {};
+  element_counts = {};
+  group = {};
+  element = {};
+}
+
+void place_nodes(const std::vector<BarNode>& model_nodes) {
+  const int n = sizes.NUMNP = static_cast<int>(model_nodes.size());
+  nodes.ID = carve_integers(6LL * n);
+  nodes.X = carve_reals(n);
+  nodes.Y = carve_reals(n);
+  nodes.Z = carve_reals(n);
+  const IntegerTable ID = node_ID();
+  for (int i = 1; i <= n; ++i) {
+    const BarNode& node = model_nodes[static_cast<std::size_t>(i - 1)];
+    pool.reals(nodes.X, n)(i) = node.x;
+    pool.reals(nodes.Y, n)(i) = node.y;
+    pool.reals(nodes.Z, n)(i) = node.z;
+    for (int c = 1; c <= 6; ++c)
+      ID(i, c) = node.free.find(static_cast<char>('0' + c)) != std::string::npos ? ++sizes.NEQ : 0;
+  }
+  for (int i = 1; i <= n; ++i) {
+    for (int c = 1; c <= 6; ++c) ID(i, c) = ID(i, c) == 0 ? NEQ1() : ID(i, c);
+  }
+}
+
+double entry(int matrix, int i, int j) {
+  const Integers IDIAG = pool.integers(solver.IDIAG, NEQ1());
+  const int address = IDIAG(j) + i - j;
+  return address <= (j == 1 ? 0 : IDIAG(j - 1)) ? 0.0 : pool.reals(matrix, solver.NSTO)(address);
+}
+
+}  // namespace
+
+BarModel::BarModel(const std::vector<BarNode>& model_nodes, const std::vector<Bar>& bars)
+    : scratch_(group_cards(bars)) {
+  reset_blocks();
+  pool.release();
+  pool.allocate(pool_words);
+  sizes.NELGR = bars.empty() ? 0 : 1;
+  place_nodes(model_nodes);
+  masses.AMASS = carve_reals(NEQ1());
+  masses.MARKS = carve_integers(NEQ1());
+  masses.KEDATP = carve_reals(NEQ1());
+  patterns.KSELFW = carve_reals(NEQ1());
+  patterns.KBUOYV = carve_reals(NEQ1());
+  patterns.KCURRV = carve_reals(NEQ1());
+  ELDATA();
+  carve_analysis_arrays();
+  solver.KASM = carve_reals(solver.NSTO);
+  solver.KFAC = carve_reals(solver.NSTO);
+  storage.KEDAT = storage.NEXT;
+  LODELM();
+}
+
+BarModel::~BarModel() {
+  reset_blocks();
+  pool.release();
+}
+
+double BarModel::stiffness(int i, int j) const { return i > j ? entry(solver.KASM, j, i) : entry(solver.KASM, i, j); }
+double BarModel::factor(int i, int j) const { return entry(solver.KFAC, i, j); }
+
+void BarModel::begin_macro() const {
+  solver.KRESET = 1;
+  solver.NELCHK = 1;
+  solver.KFORM = 0;
+}
+
+}  // namespace tidearc::test

@@ -1,0 +1,139 @@
+#include "fake_types.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include "elements/contract/group.h"
+#include "elements/contract/input.h"
+#include "elements/contract/stiffness.h"
+#include "model/control.h"
+#include "run/layout.h"
+#include "run/units.h"
+
+namespace tidearc {
+namespace test {
+namespace {
+
+void note(const char* what) {
+  calls.push_back(std::string(what) + " " + std::to_string(element.IGRP) + "/" + std::to_string(record_words()[0]));
+}
+
+template <class Record>
+Record& start(int number) {
+  std::fill_n(record_words(), group.LEI, 0);
+  Record& record = current_record<Record>();
+  record.head.number = number;
+  record.head.KSTIF = 1;
+  return record;
+}
+
+/// One card per element: number, two nodes, stiffness.
+void read_springs() {
+  ElementNumbering numbering(group.NFIRST, group.NUMEL);
+  while (!numbering.complete()) {
+    int number = 0, I = 0, J = 0;
+    double stiffness = 0.0;
+    read(units.NDIN, "3I5,F10.0", number, I, J, stiffness);
+    FakeSpring& spring = start<FakeSpring>(number);
+    spring.NODEI = I;
+    spring.NODEJ = J;
+    spring.stiffness = stiffness;
+    spring.last_code = -1;
+    const std::array<int, 2> ends = {I, J};
+    form_location_vector(ends, 3, spring.head.LM);
+    lower_column_heights(spring.head.LM, 6);
+    add_element_mass(I, 1.0);
+    add_self_weight(I, 2.0);
+    write_element_record();
+    numbering.accept(number);
+  }
+  note("input");
+}
+
+void stretch_spring() {
+  FakeSpring& spring = current_record<FakeSpring>();
+  for (std::size_t c = 0; c < 3; ++c) spring.difference[c] += element.EDISP[c] - element.EDISP[c + 3];
+  spring.code = spring.difference[0] > 1.0 ? 1 : 0;
+  spring.largest = std::max(spring.largest, spring.difference[0]);
+  spring.head.KSTIF = spring.code == spring.last_code ? 0 : 1;
+  note("state");
+}
+
+double spring_stiffness(const FakeSpring& spring) {
+  return spring.code == 1 ? 0.5 * spring.stiffness : spring.stiffness;
+}
+
+void resist_spring() {
+  const FakeSpring& spring = current_record<FakeSpring>();
+  for (std::size_t c = 0; c < 3; ++c) {
+    element.ERES[c] = spring_stiffness(spring) * spring.difference[c];
+    element.ERES[c + 3] = -element.ERES[c];
+  }
+}
+
+void form_spring(int, double, double, bool reset) {
+  FakeSpring& spring = current_record<FakeSpring>();
+  const double k = spring_stiffness(spring);
+  for (std::size_t j = 0; j < 6; ++j) {
+    for (std::size_t i = 0; i < 6; ++i) element.EMAT[i + 6 * j] = i == j ? k : i % 3 == j % 3 ? -k : 0.0;
+  }
+  deliver_change(6, reset, element.EMAT.data(), spring.tangent);
+  spring.head.KSTIF = 0;
+  spring.last_code = spring.code;
+  note("form");
+}
+
+void print_spring_envelope() { note("envelope"); }
+void print_spring() { note("print"); }
+void clear_spring() { current_record<FakeSpring>().largest = 0.0; }
+
+/// One card per group: the node of every element.
+void read_blocks() {
+  int node = 0;
+  read(units.NDIN, "I5", node);
+  for (int i = 0; i < group.NUMEL; ++i) {
+    FakeBlock& block = start<FakeBlock>(group.NFIRST + i);
+    block.head.LM[0] = node;
+    lower_column_heights(block.head.LM, 6);
+    write_element_record();
+  }
+}
+void move_block() {
+  current_record<FakeBlock>().displacement += element.EDISP[0];
+  current_record<FakeBlock>().head.KSTIF = 0;
+}
+void resist_block() {
+  element.ERES = {};
+  element.ERES[0] = current_record<FakeBlock>().displacement;
+}
+void form_block(int, double, double, bool) {
+  element.EMAT = {};
+  element.EMAT[0] = 1.0;
+  current_record<FakeBlock>().head.KSTIF = 0;
+  note("form");
+}
+void clear_block() {}
+
+constexpr ElementOperations spring = {read_springs, stretch_spring,        resist_spring, nullptr,     form_spring,
+                                      nullptr,      print_spring_envelope, print_spring,  clear_spring};
+constexpr ElementOperations block = {read_blocks, move_block, resist_block, nullptr,    form_block,
+                                     nullptr,     nullptr,    nullptr,      clear_block};
+
+constexpr ElementType spring_type = {
+    1, "FAKE SPRINGS", 6, spring_first, 42, 0, words(offsetof(FakeSpring, last_code)) + 1, spring};
+constexpr ElementType slip_type = {
+    22, "FAKE SLIPS", 6, spring_first, 42, 0, words(offsetof(FakeSpring, last_code)) + 1, spring};
+constexpr ElementType block_type = {11, "FAKE BLOCKS", 6, words(sizeof(FakeBlock)), 0, 0, 0, block};
+constexpr ElementType no_type = {2, "NOT BUILT", 12, 668, 156, 2, 0, {}};
+
+}  // namespace
+}  // namespace test
+
+const ElementType& element_type(int ITYPE) {
+  if (ITYPE == 11) return test::block_type;
+  if (ITYPE == 22) return test::slip_type;
+  return ITYPE >= 2 && ITYPE <= 28 ? test::no_type : test::spring_type;
+}
+
+}  // namespace tidearc

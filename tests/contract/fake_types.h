@@ -1,0 +1,38 @@
+// Two small types of element for tests of the passes: a bar with one word of stiffness history and a tail, as type 1,
+// and a block without a tail, as type 11. All others are not available.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "elements/contract/types.h"
+#include "elements/contract/work.h"
+
+namespace tidearc::test {
+
+/// Spring between two nodes, three freedoms each: force `stiffness` times the difference of the translations. Its
+/// stiffness halves where the first difference is above 1.
+struct FakeSpring {
+  ElementHead<6> head;
+  int NODEI, NODEJ;
+  int code;       ///< 1 when soft
+  int last_code;  ///< word of the stiffness pass
+  double stiffness;
+  double difference[3];
+  double largest;  ///< envelope: largest first difference
+  double tangent[21];
+};
+inline constexpr int spring_words = words(sizeof(FakeSpring));
+inline constexpr int spring_first = spring_words - 42;
+
+/// Holds one node: a force equal to its displacement in the first direction. No tail.
+struct FakeBlock {
+  ElementHead<6> head;
+  double displacement;
+};
+
+/// What the operations were called for, in order: "state 1/3" for element 3 of group 1.
+inline std::vector<std::string> calls;
+/// Envelope and print lines of springs carry the group and element number.
+
+}  // namespace tidearc::test

@@ -1,0 +1,62 @@
+// The table of shared blocks against the sources.
+#include "roof/blocks.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <set>
+#include <string>
+
+#include "run/units.h"
+#include "run/workpool.h"
+
+namespace tidearc {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Names of all block instances that the headers declare: "inline SomethingBlock name;" and the current element group.
+std::set<std::string> declared_blocks() {
+  const std::regex declaration("^inline (\\w+Block|GroupRecord) (\\w+);");
+  std::set<std::string> names;
+  const fs::path sources = fs::path(__FILE__).parent_path() / "../../src";
+  for (const auto& entry : fs::recursive_directory_iterator(sources)) {
+    if (entry.path().extension() != ".h") continue;
+    std::ifstream in(entry.path());
+    std::smatch found;
+    for (std::string line; std::getline(in, line);)
+      if (std::regex_search(line, found, declaration)) names.insert(found[2]);
+  }
+  return names;
+}
+
+TEST(SharedBlocks, AreAllInTheTableAndEachOnce) {
+  const std::set<std::string> declared = declared_blocks();
+  ASSERT_GT(declared.size(), 20U);
+  std::set<std::string> listed;
+  for (const SharedBlock& block : shared_blocks()) EXPECT_TRUE(listed.insert(std::string(block.name)).second);
+  EXPECT_EQ(listed, declared);
+}
+
+TEST(SharedBlocks, DoNotOverlap) {
+  const char* end = nullptr;
+  std::set<std::pair<const char*, std::size_t>> places;
+  for (const SharedBlock& block : shared_blocks()) places.insert({static_cast<const char*>(block.address), block.size});
+  for (const auto& [address, size] : places) {
+    EXPECT_GE(address, end);
+    end = address + size;
+  }
+}
+
+TEST(SharedBlocks, GoBackToTheirFirstState) {
+  units.NT1 = 99;
+  storage.NEXT = 55;
+  reset_blocks();
+  EXPECT_EQ(units.NT1, 1);
+  EXPECT_EQ(storage.NEXT, 1);
+}
+
+}  // namespace
+}  // namespace tidearc

@@ -1,0 +1,117 @@
+// Event factors of the truss. SK1 100, yield forces +1 and -0.5: bounds at extensions 0.01 and -0.005.
+#include "elements/truss/event.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+namespace tidearc {
+namespace {
+
+constexpr BranchLaw law{100.0, 10.0, 1.0, -0.5, law_symmetric};
+constexpr BranchLaw strut{100.0, 10.0, 1.0, -0.5, law_buckling};
+constexpr double none[2] = {0.0, 0.0};
+constexpr double given[2] = {0.001, 0.002};
+
+BranchState elastic(double F1) { return {F1, 0.0, 0.0, 0.0, 0.0, truss_elastic}; }
+BranchState yielded(double F1, double PLBUCK = 0.0) { return {F1, 0.0, 0.0, 0.0, PLBUCK, truss_yielded}; }
+
+ElementEvent event_of(const BranchLaw& l, const BranchState& s, double dE, const double (&overshoot)[2] = none) {
+  EventTrouble trouble;
+  const ElementEvent event = branch_event(l, s, dE, overshoot, trouble);
+  EXPECT_FALSE(trouble.found);
+  return event;
+}
+
+TEST(TrussEvents, YieldInTensionIsPassedByTheDefaultOvershoot) {
+  const ElementEvent event = event_of(law, elastic(0.0), 0.04);
+  EXPECT_NEAR(event.factor, 0.25 + 1.0e-6 * 0.01 / 0.04, 1e-15);
+  EXPECT_EQ(event.code, event_tension);
+}
+
+TEST(TrussEvents, YieldInCompressionHasItsOwnBound) {
+  const ElementEvent event = event_of(law, elastic(0.5), -0.04);
+  EXPECT_NEAR(event.factor, 0.25 + 1.0e-6 * 0.005 / 0.04, 1e-15);
+  EXPECT_EQ(event.code, event_compression);
+}
+
+TEST(TrussEvents, AGivenOvershootReplacesTheDefault) {
+  EXPECT_NEAR(event_of(law, elastic(0.0), 0.04, given).factor, 0.25 + 0.001 / 0.04, 1e-15);
+}
+
+TEST(TrussEvents, AnElasticIncrementHasNone) {
+  const ElementEvent event = event_of(law, elastic(0.0), 0.005);
+  EXPECT_EQ(event.factor, 1.0);
+  EXPECT_EQ(event.code, event_none);
+}
+
+TEST(TrussEvents, AFractionOf0999999CountsAsNone) {
+  EXPECT_EQ(event_of({1.0, 0.0, 0.999999, -1.0, 0}, elastic(0.0), 1.0, given).factor, 1.0);
+  const ElementEvent event = event_of({1.0, 0.0, 0.9, -1.0, 0}, elastic(0.0), 1.0, given);
+  EXPECT_NEAR(event.factor, 0.901, 1e-12);
+}
+
+TEST(TrussEvents, AnEventBeyondTheIncrementIsNone) {
+  const double large[2] = {0.5, 0.5};
+  const ElementEvent event = event_of(law, elastic(0.0), 0.0101, large);
+  EXPECT_EQ(event.factor, 1.0);
+  EXPECT_EQ(event.code, event_none);
+}
+
+TEST(TrussEvents, UnloadingIsAnEventAtOnce) {
+  const ElementEvent event = event_of(law, yielded(1.0), -0.01);
+  EXPECT_NEAR(event.factor, 1.0e-6 * 0.01 / 0.01, 1e-18);
+  EXPECT_EQ(event.code, event_unloading);
+  EXPECT_NEAR(event_of(law, yielded(1.0), -0.01, given).factor, 0.2, 1e-15);
+}
+
+TEST(TrussEvents, LoadingFurtherHasNone) { EXPECT_EQ(event_of(law, yielded(1.0), 0.5).factor, 1.0); }
+
+TEST(TrussEvents, ABuckledStrutHasOneWhereItIsStraightAgain) {
+  const ElementEvent event = event_of(strut, yielded(-0.5, 0.03), 0.06);
+  EXPECT_NEAR(event.factor, 0.5 + 1.0e-6 * 0.005 / 0.06, 1e-15);
+  EXPECT_EQ(event.code, event_unloading);
+  EXPECT_EQ(event_of(strut, yielded(-0.5, 0.03), 0.02).factor, 1.0) << "its shortening lasts";
+  EXPECT_EQ(event_of(strut, yielded(-0.5, 0.03), -0.02).factor, 1.0) << "buckles on";
+}
+
+TEST(TrussEvents, FailedElementsAndBranchesWithoutStiffnessHaveNone) {
+  for (const int code : {truss_failed_outward, truss_failed_inward, truss_gone}) {
+    EXPECT_EQ(event_of(law, {1.0, 0.0, 0.0, 0.0, 0.0, code}, -0.5).factor, 1.0);
+  }
+  EXPECT_EQ(event_of({0.0, 100.0, 0.0, 0.0, 0}, elastic(0.0), 0.5).factor, 1.0);
+  EXPECT_EQ(event_of(law, elastic(0.0), 0.0).factor, 1.0);
+}
+
+TEST(TrussEvents, AStateOutsideItsBoundIsTroubleAndNoEvent) {
+  EventTrouble trouble;
+  EXPECT_EQ(branch_event(law, elastic(2.0), 0.01, none, trouble).factor, 1.0);
+  EXPECT_TRUE(trouble.found);
+  EXPECT_DOUBLE_EQ(trouble.fraction, -1.0);
+  EXPECT_EQ(trouble.bound, 1.0);
+}
+
+TEST(TrussEvents, RoundingOutsideTheBoundIsNoTrouble) {
+  EXPECT_LT(event_of(law, elastic(1.0 + 1e-12), 0.01).factor, 1e-5);
+}
+
+TEST(TrussEvents, AnElementWithoutYieldHasNone) {
+  EXPECT_EQ(event_of({100.0, 0.0, no_yield, -no_yield, 0}, elastic(0.0), 1.0e6).factor, 1.0);
+}
+
+TEST(TrussEvents, ACurveHasOneAtItsNextOrdinate) {
+  std::array<double, 22> curve{-1, -1, 0, 0, 1, 1, 5, 2};
+  complete_curve(curve);
+  const ElementEvent up = curve_event(curve, 0.01, 0.005, 0.02, 0.0);
+  EXPECT_NEAR(up.factor, 0.25 + 1.0e-6 * 0.01 / 0.02, 1e-15);
+  EXPECT_EQ(up.code, event_curve_up);
+  const ElementEvent down = curve_event(curve, 0.01, 0.005, -0.02, 0.001);
+  EXPECT_NEAR(down.factor, 0.25 + 0.05, 1e-15);
+  EXPECT_EQ(down.code, event_compression);
+  EXPECT_EQ(curve_event(curve, 0.01, 0.06, 0.02, 0.0).factor, 1.0);
+  EXPECT_EQ(curve_event(curve, 0.01, 0.0, 0.005, 0.0).factor, 1.0);
+  EXPECT_EQ(curve_event(curve, 0.01, 0.0, 0.0, 0.0).factor, 1.0);
+}
+
+}  // namespace
+}  // namespace tidearc
