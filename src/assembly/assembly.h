@@ -4,8 +4,8 @@
 namespace tidearc {
 
 /// Asks for a current factor: assembles when elements are due (NELCHK, KRESET), counting that in NSTUPD, and factorises
-/// what changed; returns at once when there is nothing to do. A pending status change (KSTCHG) factorises from its first
-/// equation on. A zero pivot stops the run.
+/// what changed; returns at once when there is nothing to do. A pending status change (KSTCHG) factorises from its
+/// first equation on. A zero pivot stops the run.
 void STIFUP();
 
 /// The element loop of a static analysis: adds what changed (everything into a cleared matrix when KRESET is set), sets

@@ -154,7 +154,6 @@ void lay_out_analysis() {
   storage.KEDAT = storage.NEXT;
   write_list(units.NDOUT, "NSTO,LAVSST,KEDAT,MSTOR", solver.NSTO, storage.LAVSST, storage.KEDAT, storage.MSTOR);
   check_storage(phase_stiffness);
-  reset_status();
   LODELM();
 }
 

@@ -81,7 +81,7 @@ std::string DiskTape::write_piece(const char* from, std::int64_t bytes, bool mor
   const auto length = static_cast<std::int32_t>(more ? -bytes : bytes);
   const auto count = static_cast<std::size_t>(bytes);
   if (std::fwrite(&length, 1, length_bytes, file_.get()) != length_bytes ||
-      std::fwrite(from, 1, count, file_.get()) != count ||
+      (count > 0 && std::fwrite(from, 1, count, file_.get()) != count) ||
       std::fwrite(&length, 1, length_bytes, file_.get()) != length_bytes) {
     return system_cause("the file cannot be written");
   }

@@ -62,19 +62,6 @@ double weighted_sum(Reals x, Reals mark) {
   return sum;
 }
 
-/// First node in node order that holds an equation, and its component.
-struct Place {
-  int node = 0;
-  int component = 0;
-};
-Place place_of(int equation) {
-  const IntegerTable ID = node_ID();
-  for (int n = 1; n <= sizes.NUMNP; ++n)
-    for (int c = 1; c <= NDF; ++c)
-      if (ID(n, c) == equation) return {n, c};
-  return {};
-}
-
 }  // namespace
 
 void measure_unbalance() {
@@ -106,7 +93,7 @@ void write_top_unbalances() {
     int top = 1;
     for (int e = 2; e <= sizes.NEQ; ++e)
       if (left(e) > left(top)) top = e;
-    const Place place = place_of(top);
+    const NodeDirection place = holder_of(top);
     write(UNIT_TOP, "2I5,1P,E15.5", place.node, place.component, RU(top));
     left(top) = -ONE;
   }

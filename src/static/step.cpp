@@ -7,7 +7,6 @@
 
 #include "assembly/assembly.h"
 #include "elements/contract/pass.h"
-#include "model/nodes.h"
 #include "results/reports.h"
 #include "run/layout.h"
 #include "run/run_block.h"
@@ -187,9 +186,8 @@ void accept_trial() {
 void write_box_of_lost_state(int equation) {
   std::string place = "THE NORM OR THE LOAD LEVEL";
   if (equation != 0) {
-    for (int n = sizes.NUMNP; n >= 1; --n)
-      for (int c = NDF; c >= 1; --c)
-        if (equation_of(n, c) == equation) place = format("'NODE',I6,'  DIRECTION',I2", n, c);
+    const NodeDirection holder = holder_of(equation);
+    place = format("'NODE',I6,'  DIRECTION',I2", holder.node, holder.component);
   }
   const std::string words = format("'  STEP',I5,'  ITERATION',I5,'  AT '", step.NS, step.NI) + place;
   fatal_box(" SOLUTION IS NOT FINITE" + words);

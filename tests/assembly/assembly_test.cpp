@@ -188,7 +188,7 @@ TEST(FirstColumn, CountsPrescribedEquations) {
   EXPECT_EQ(solver.KFIRST, 1);
 }
 
-// Nodes with free rotations, which no bar stiffens: equations 1 to 6 of node 1, 7 and 8 the rest.
+// Nodes with free rotations, which no bar stiffens: equations 1 to 3 at node 1 and 5 at node 2. The bar holds 4.
 std::vector<BarNode> with_rotations() { return {{0, 0, 0, "456"}, {10, 0, 0, "15"}, {20, 0, 0, ""}}; }
 const std::vector<Bar> one_bar{{2, 3}};
 
