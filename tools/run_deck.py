@@ -251,9 +251,14 @@ class Follower:
             sys.stdout.write("\r" + " " * self.length + "\r")
 
 
+def pool_argument():
+    """A pool size for runs that ask for none: sanitizers spend a second on shadowing the default one."""
+    return os.environ.get("TIDEARC_POOL", "").split()
+
+
 def run_program(program, folder, arguments=(), limit=TIME_LIMIT, follower=None):
     """Exit status of the program in a folder; minus a number for a signal, None when the time ran out."""
-    process = subprocess.Popen([program, *arguments], cwd=folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+    process = subprocess.Popen([program, *(arguments or pool_argument())], cwd=folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                stderr=subprocess.STDOUT)
     began = time.monotonic()
     while True:

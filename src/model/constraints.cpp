@@ -33,11 +33,12 @@ std::span<const int> leading(std::span<const int> list) {
   return list.first(static_cast<std::size_t>(end - list.begin()));
 }
 
-/// True when the row of nodes of a card without a list can be followed; false with the data error reported.
+/// True when the row of nodes of a card without a list can be followed; false with the data error reported. A row that
+/// ends below its first node is sound: it is the first node alone.
 bool row_is_sound(const ConstraintCard& card) {
   if (card.last == 0) return true;
   if (!node_in_range(card.last, sizes.NUMNP, {16, 20})) return false;
-  if (card.last >= card.first && card.difference >= 0) return true;
+  if (card.difference >= 0) return true;
   data_error(whole_line, "'BAD LOOP'");
   return false;
 }

@@ -59,25 +59,31 @@ inline DynamicLoadBlock dynamic_loads;
 
 /// Lists of nodes for output, one per axis: length (-1 all nodes, 0 none) and pool index of each.
 struct OutputBlock {
-  std::array<int, 3> NPR{};       ///< lengths of the displacement print lists X, Y, Z      [-]
-  std::array<int, 3> KPR{};       ///< their pool indices                                   [-]
-  int IRIGID = 0;                 ///< rigid body output: 1 yes                             [-]
-  std::array<char, 4> POSTF{};    ///< post-processor file code
-  int NPSTYP = 0;                 ///< post-processor file type                             [-]
-  int NPSEQ = 0;                  ///< post-processor sequence limit, -1 none               [-]
-  std::array<int, 3> NPS{};       ///< lengths of the post-processing lists                 [-]
-  std::array<int, 3> KPS{};       ///< their pool indices                                   [-]
-  int ISPFRC = 0;                 ///< save special member forces: 1 yes                    [-]
-  double TSPFR1 = 0.0;            ///< time at which that saving begins                     [s]
-  double TSPFR2 = 0.0;            ///< time at which it ends                                [s]
-  int IBCFRC = 0;                 ///< save beam column component forces: 1 yes             [-]
-  std::array<char, 4> DATF{};     ///< data file code
-  int NRSEQ = 0;                  ///< restart results sequence number                      [-]
-  int NRPRT = 0;                  ///< print code for restart results                       [-]
-  std::array<char, 68> IDENT{};   ///< data file identifier
-  int NLEVELS = 0;                ///< records written on the load level history            [-]
+  std::array<int, 3> NPR{};      ///< lengths of the displacement print lists X, Y, Z      [-]
+  std::array<int, 3> KPR{};      ///< their pool indices                                   [-]
+  int IRIGID = 0;                ///< rigid body output: 1 yes                             [-]
+  std::array<char, 4> POSTF{};   ///< post-processor file code
+  int NPSTYP = 0;                ///< post-processor file type                             [-]
+  int NPSEQ = 0;                 ///< post-processor sequence limit, -1 none               [-]
+  std::array<int, 3> NPS{};      ///< lengths of the post-processing lists                 [-]
+  std::array<int, 3> KPS{};      ///< their pool indices                                   [-]
+  int ISPFRC = 0;                ///< save special member forces: 1 yes                    [-]
+  double TSPFR1 = 0.0;           ///< time at which that saving begins                     [s]
+  double TSPFR2 = 0.0;           ///< time at which it ends                                [s]
+  int IBCFRC = 0;                ///< save beam column component forces: 1 yes             [-]
+  std::array<char, 4> DATF{};    ///< data file code
+  int NRSEQ = 0;                 ///< restart results sequence number                      [-]
+  int NRPRT = 0;                 ///< print code for restart results                       [-]
+  std::array<char, 68> IDENT{};  ///< data file identifier
+  int NLEVELS = 0;               ///< records written on the load level history            [-]
 };
 inline OutputBlock output;
+
+/// The fields of the problem size card and of the static and dynamic load control cards, which share one layout.
+using ControlFields = std::array<int, 18>;
+/// Reads the next deck line as such a card. Fields behind those that a card lists mean nothing, but they are read: what
+/// is no integer there ends the process in the I/O layer as it does in front.
+ControlFields read_control_fields();
 
 static_assert(std::is_trivially_copyable_v<SizeBlock> && std::is_trivially_copyable_v<StaticLoadBlock> &&
               std::is_trivially_copyable_v<DynamicLoadBlock> && std::is_trivially_copyable_v<OutputBlock>);

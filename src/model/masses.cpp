@@ -49,17 +49,25 @@ void follow(const MassCommand& command, Reals AMASS, Integers MARKS) {
   }
 }
 
-/// One line for each node that has any mass; returns the column sums.
-NodeValues print_masses(ConstReals AMASS) {
+/// One line for each node that has any mass.
+void print_masses(ConstReals AMASS) {
   write(units.NDOUT,
         "/,/,' LUMPED MASSES AT NODES',/,/,5X,'NODE',11X,'TRAN-X',6X,'TRAN-Y',6X,'TRAN-Z',11X,'ROTN-X',6X,'ROTN-Y',6X,"
         "'ROTN-Z',/");
-  NodeValues total{};
   for (int node = 1; node <= sizes.NUMNP; ++node) {
     const NodeValues mass = values_at_node(node, AMASS);
-    if (!any_nonzero(mass)) continue;
-    write(units.NDOUT, "I9,2(5X,3E12.4)", node, mass);
-    add_to(total, mass);
+    if (any_nonzero(mass)) write(units.NDOUT, "I9,2(5X,3E12.4)", node, mass);
+  }
+}
+
+/// Sums of the masses by direction; a mass that several nodes share counts once. Uses the element-stage vector, which
+/// is free after the last group.
+NodeValues total_masses(ConstReals AMASS) {
+  const Reals seen = pool.reals(masses.KEDATP, NEQ1());
+  RZERO(seen.data(), seen.size());
+  NodeValues total{};
+  for (int node = 1; node <= sizes.NUMNP; ++node) {
+    add_to(total, not_yet_counted(node, values_at_node(node, AMASS), seen));
   }
   return total;
 }
@@ -91,7 +99,9 @@ void MASSIN() {
 
 void MASSUM() {
   write(units.NDOUT, "'1',/,' LUMPED MASS SUMMARY'");
-  const NodeValues total = print_masses(pool.reals(masses.AMASS, NEQ1()));
+  const Reals AMASS = pool.reals(masses.AMASS, NEQ1());
+  print_masses(AMASS);
+  const NodeValues total = total_masses(AMASS);
   write(units.NDOUT, "/,5X,'TOTAL MASS IN DIRECTIONS:',/,/,15X,'X',11X,'Y',11X,'Z',/,10X,3G12.5", total[0], total[1],
         total[2]);
 }

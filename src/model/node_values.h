@@ -32,4 +32,17 @@ inline void add_to(NodeValues& sum, const NodeValues& values) {
   for (std::size_t c = 0; c < values.size(); ++c) sum[c] += values[c];
 }
 
+/// The values of those components whose equation no entry before has held, so that an equation that several nodes share
+/// counts once in a total. `seen` has NEQ1 reals and starts at zero.
+inline NodeValues not_yet_counted(int node, const NodeValues& values, Reals seen) {
+  const IntegerTable ID = node_ID();
+  NodeValues counted{};
+  for (int c = 1; c <= 6; ++c) {
+    double& mark = seen(ID(node, c));
+    if (mark == 0.0) counted[static_cast<std::size_t>(c - 1)] = values[static_cast<std::size_t>(c - 1)];
+    mark = 1.0;
+  }
+  return counted;
+}
+
 }  // namespace tidearc

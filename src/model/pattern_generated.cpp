@@ -4,6 +4,7 @@
 
 #include "model/pattern_records.h"
 #include "run/layout.h"
+#include "run/vectors.h"
 
 namespace tidearc {
 
@@ -30,20 +31,25 @@ Generated generated(PatternType type) {
           "TOTAL GRAVITY FORCES IN GLOBAL DIRECTIONS:"};
 }
 
-/// One line for each node with a load, in global axes; returns the sums.
+/// One line for each node with a load, in global axes; returns the sums of what reaches free equations.
 NodeValues print_loads(ConstReals vector) {
   NodeValues total{};
+  const Reals seen = pattern_vector();
+  RZERO(seen.data(), seen.size());
   for (int node = 1; node <= sizes.NUMNP; ++node) {
     NodeValues load = values_at_node(node, vector);
     if (!any_nonzero(load)) continue;
+    NodeValues counted = not_yet_counted(node, load, seen);
     if (system_of(node) > 0) {
-      to_global(node, load.data());
-      to_global(node, load.data() + 3);
+      for (NodeValues* values : {&load, &counted}) {
+        to_global(node, values->data());
+        to_global(node, values->data() + 3);
+      }
       write(units.NDOUT, "I7,6F12.3,'  NONGL'", node, load);
     } else {
       write(units.NDOUT, "I7,6F12.3", node, load);
     }
-    add_to(total, load);
+    add_to(total, counted);
   }
   return total;
 }
@@ -59,12 +65,12 @@ void write_generated_pattern(PatternType type) {
   write_header(type, ITWO * NEQ1(), title);
   FILE(units.NT10, "WRIT", ITWO * NEQ1(), vector.data());
 
-  write(units.NDOUT, "/,/,5X,'LOAD PATTERN NO.',I5", pattern_number());
-  put_text(units.NDOUT, std::string(pattern.heading) + "\n");
-  write(units.NDOUT, "/,3X,'NODE',10X,'FX',10X,'FY',10X,'FZ',10X,'MX',10X,'MY',10X,'MZ',/");
+  put_text(units.NDOUT, "\n\n" + std::string(pattern.heading) + "\n");
+  write(units.NDOUT,
+        "/,5X,'NODAL LOADS',/,/,3X,'NODE',6X,'X-LOAD',6X,'Y-LOAD',6X,'Z-LOAD',6X,'X-MOMT',6X,'Y-MOMT',6X,'Z-MOMT',/");
   const NodeValues total = print_loads(vector);
   put_text(units.NDOUT, "\n     " + std::string(pattern.total) + "\n");
-  write(units.NDOUT, "8X,6G12.5", total);
+  write(units.NDOUT, "/,14X,'FX          FY          FZ          MX          MY          MZ',/,8X,6G12.5", total);
   count_pattern(type, total);
 }
 

@@ -24,11 +24,12 @@ LoadCommand read_command() {
 /// A command whose span does not fit its difference ends the run, in a data check too; a node out of range only skips
 /// it.
 bool can_be_followed(const NodeRange& range) {
+  if (range.last > sizes.NUMNP) return node_in_range(range.last, sizes.NUMNP, {66, 70});
   if (!is_even(range)) {
     write(units.NDOUT, "' ERROR IN GRAVITY LOAD INPUT'");
     stop_on_load_command({66, 75}, "load command: last node less first node is not a whole multiple of the difference");
   }
-  return node_in_range(range.first, sizes.NUMNP, {1, 5}) && node_in_range(range.last, sizes.NUMNP, {66, 70});
+  return node_in_range(range.first, sizes.NUMNP, {1, 5});
 }
 
 void add_loads(int node, const NodeValues& load, Reals vector) {

@@ -1,7 +1,6 @@
 // Dynamic load control card, and the place of the dynamic load records in the deck.
 #include "model/records.h"
 
-#include <array>
 #include <string>
 
 #include "model/control.h"
@@ -18,9 +17,6 @@ namespace {
 
 /// Points at both ends of a record, beside those of the deck.
 constexpr int end_points = 2;
-
-/// Fields of a control card; those behind the listed ones are read and ignored.
-constexpr int card_fields = 18;
 
 int count_of(int field) { return field < 0 ? 0 : field; }
 
@@ -58,8 +54,7 @@ void carve_command_maps(int entries) {
 }  // namespace
 
 void DYNCTL() {
-  std::array<int, card_fields> field{};
-  read(units.NDIN, "18I5", field);
+  const ControlFields field = read_control_fields();
   dynamic_loads.NGACC = count_of(field[0]);
   dynamic_loads.NDFRC = count_of(field[1]);
   dynamic_loads.NIDSP = count_of(field[2]);

@@ -24,15 +24,6 @@ void blank_line() { put_text(units.NDOUT, "\n"); }
 void explain(std::string_view words) { put_text(units.NDOUT, std::string(10, ' ') + std::string(words) + '\n'); }
 void write_code(std::string_view words, const Code& code) { write(units.NDOUT, "5X,A50,1X,A4", dotted(words), code); }
 
-/// Reads integers from one card and takes negative ones as zero.
-template <std::size_t N>
-std::array<int, N> read_counts() {
-  std::array<int, N> counts{};
-  read(units.NDIN, "18I5", counts);
-  for (int& count : counts) count = std::max(count, 0);
-  return counts;
-}
-
 /// A list length: -1 for all nodes, else not negative.
 int list_length(int length) { return std::max(length, -1); }
 
@@ -61,8 +52,7 @@ void read_data_file_card() {
   explain("IF EQ. 2 PRINT ONLY ELEMENT RESULTS");
   explain("IF EQ. 3 PRINT BOTH GEOM. AND ELEMENT RESULTS");
   write(units.NDOUT, "/,5X,'D A T A  F I L E  I D E N T I F I E R ..........',/,5X,17A4", output.IDENT);
-  if (text_of(output.DATF) == "OLDF" || text_of(output.DATF) == "NEWF")
-    stop_unavailable("DATA FILE CODE " + std::string(text_of(output.DATF)), {2, 5}, "RSTRT1");
+  if (text_of(output.DATF) == "OLDF") stop_unavailable("DATA FILE CODE OLDF", {2, 5}, "RSTRT1");
 }
 
 void read_post_processor_card() {
@@ -107,8 +97,7 @@ void read_storage_card() {
 }
 
 void read_size_card() {
-  std::array<int, 15> n{};
-  read(units.NDIN, "15I5", n);
+  ControlFields n = read_control_fields();
   for (std::size_t i = 0; i < 10; ++i) n[i] = std::max(n[i], 0);  // counts; the codes behind them keep their sign
   SizeBlock& s = sizes;
   s = {n[0], n[1], n[2], n[3], n[4], n[5], n[6], n[7], n[8], n[9], n[10], n[11], n[12], n[13], n[14], 0};
@@ -147,7 +136,8 @@ void read_size_card() {
 
 void read_static_load_card() {
   StaticLoadBlock& s = static_loads;
-  const std::array<int, 8> n = read_counts<8>();
+  ControlFields n = read_control_fields();
+  for (int& count : n) count = std::max(count, 0);
   s = {n[0], n[1], n[2], n[3], n[4], n[5], n[6], n[7], 0, 0};
   s.NPAT = s.NFPAT + s.NFOLL + s.NTPAT + s.NPPAT + s.ISELFW + s.IBUOY + s.ICURR;
   write_framed(" STATIC LOAD SPECIFICATION CONTROL INFORMATION", '*', 46, true);

@@ -4,9 +4,9 @@
 // down in the work pool as the counts become known; each is checked against the pool before it is touched.
 #include "roof/datain.h"
 
-#include <array>
+#include <algorithm>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "elements/contract/pass.h"
 #include "elements/contract/state_log.h"
@@ -66,9 +66,16 @@ void forget_last_problem() {
   state_log = {};
 }
 
-[[noreturn]] void stop_section(const std::string& section, std::string_view routine) {
+/// Deck lines of the cards whose codes ask for sections that come later in the deck.
+struct CardLines {
+  std::int64_t data_file = 0;
+  std::int64_t post_processor = 0;
+  std::int64_t sizes = 0;
+};
+
+[[noreturn]] void stop_section(const std::string& section, const DeckPlace& place, std::string_view routine) {
   fatal_box(' ' + section + " IS NOT AVAILABLE IN THIS VERSION");
-  complain(not_on_deck, section + " is not available in this version");
+  complain(place, section + " is not available in this version");
   FATERR(routine);
 }
 
@@ -112,37 +119,48 @@ void carve_element_vectors() {
     RZERO(pool.reals(vector, NEQ1()).data(), NEQ1());
 }
 
-void read_elements() {
-  if (sizes.IEIGN == 1) stop_section("EIGENSOLUTION INPUT", "EIGNIN");
+void read_elements(const CardLines& lines) {
+  if (sizes.IEIGN == 1) stop_section("EIGENSOLUTION INPUT", {lines.sizes, {56, 60}}, "EIGNIN");
   ELDATA();
-  if (sizes.IBANDW != 0) stop_section("BAND-WIDTH REDUCTION", "RENUMB");
+  if (sizes.IBANDW != 0) stop_section("BAND-WIDTH REDUCTION", {lines.sizes, {71, 75}}, "RENUMB");
   MASSUM();
 }
 
-void read_loads() {
+void read_static_loads() {
   read_static_load_card();
   PATTIN();
   PDISIN();
-  DYNCTL();
-  RECRIN();
 }
 
-void read_sea() {
+void read_dynamic_loads() {
+  DYNCTL();
+  const std::int64_t line = deck_line();
+  RECRIN();
   write(UNIT_POST_TEXT, "18A4", run.TITLE);
   write_list(UNIT_POST_TEXT, dynamic_loads.IWAVE);
-  if (dynamic_loads.IWAVE == 1) stop_section("WAVE DATA INPUT", "WAVEIN");
-  if (dynamic_loads.IVESSL == 1) stop_section("VESSEL MOTION INPUT", "VESSEL");
+  if (dynamic_loads.IWAVE == 1) stop_section("WAVE DATA INPUT", {line, {31, 35}}, "WAVEIN");
+  if (dynamic_loads.IVESSL == 1) stop_section("VESSEL MOTION INPUT", {line, {36, 40}}, "VESSEL");
+}
+
+bool post_code_is(std::string_view code) { return std::string_view(output.POSTF.data(), output.POSTF.size()) == code; }
+
+/// The member force history, when its times or its code ask for it.
+void open_member_forces() {
+  if (!(output.TSPFR2 > output.TSPFR1 || output.ISPFRC == 1)) return;
+  constexpr std::string_view heading = "TIME HISTORY FORCE  ";  // whole words
+  units.TAPFRC = UNIT_MEMBER;
+  open_tape(units.TAPFRC, "MEMBER.FRC", false);
+  FILE(units.TAPFRC, "REWI");
+  FILE(units.TAPFRC, "WRIT", words(heading.size()), static_cast<const void*>(heading.data()));
 }
 
 void read_output_lists() {
   read_response_card();
   PRLIST();
-  const std::string_view post(output.POSTF.data(), output.POSTF.size());
-  if (post == "OLDF") stop_section("POST-PROCESSOR FILE CODE OLDF", "RSTPST");
-  if (post != "NEWF") return;
+  if (!post_code_is("NEWF")) return;
   read_post_output_card();
+  open_member_forces();
   POLIST();
-  stop_section("POST-PROCESSOR FILE CODE NEWF", "RSTRT6");
 }
 
 /// Analysis vectors, both stiffness arrays, element data.
@@ -176,7 +194,16 @@ void open_energy_files() {
 
 void write_version_line() {
   const CalendarTime now = calendar_time();
-  write_list(UNIT_PROGRESS, "TIDEARC Version:", VERSION, "Date:", now.month, "-", now.day, "-", now.year, now.time);
+  write_list(UNIT_PROGRESS, "TIDEARC Version: ", VERSION, " Date: ", now.month, "-", now.day, "-", now.year, now.time);
+}
+
+/// Headers of the post-processing and save files. A data check writes none.
+void start_result_files(const CardLines& lines) {
+  if (!executing()) return;
+  if (post_code_is("OLDF")) stop_section("POST-PROCESSOR FILE CODE OLDF", {lines.post_processor, {2, 5}}, "RSTPST");
+  if (post_code_is("NEWF")) stop_section("POST-PROCESSOR FILE CODE NEWF", {lines.post_processor, {2, 5}}, "RSTRT6");
+  if (std::string_view(output.DATF.data(), output.DATF.size()) == "NEWF")
+    stop_section("DATA FILE CODE NEWF", {lines.data_file, {2, 5}}, "RSTRT1");
 }
 
 }  // namespace
@@ -185,23 +212,28 @@ void DATAIN() {
   forget_last_problem();
   FIRSTC();
   if (run.RUNMOD == 3) return;
+  CardLines lines;
   read_data_file_card();
+  lines.data_file = deck_line();
   write_list(UNIT_LEVELS, "SEQ_NO  TIME  LOAD_LEVEL UNBALANCED_FORCE MACRO MACRO_SEQ");
   ++output.NLEVELS;
   read_post_processor_card();
+  lines.post_processor = deck_line();
   read_storage_card();
   read_size_card();
+  lines.sizes = deck_line();
   if (sizes.IGRAV == 1) GRAVIN();
   read_nodes();
   read_masses();
   carve_element_vectors();
-  read_elements();
-  read_loads();
-  read_sea();
+  read_elements(lines);
+  read_static_loads();
+  read_dynamic_loads();
   read_output_lists();
   lay_out_analysis();
   open_energy_files();
   write_version_line();
+  start_result_files(lines);
 }
 
 }  // namespace tidearc

@@ -71,29 +71,36 @@ void remove_done_file() {
     io_failure(UNIT_DONE, 0, std::string(done_file) + " of an earlier run cannot be deleted: " + error.message());
 }
 
+/// True when a regular file begins with these bytes. Nothing else that may bear the name is read: a device might never
+/// end, a pipe might never begin.
+bool begins_with(const char* name, std::string_view bytes) {
+  std::error_code ignored;
+  if (!std::filesystem::is_regular_file(name, ignored)) return false;
+  std::string head(bytes.size(), '\0');
+  std::ifstream(name, std::ios::binary).read(head.data(), static_cast<std::streamsize>(head.size()));
+  return head == bytes;
+}
+
 /// Opens a text file whose first record is one item. When that record stands already, the file is positioned behind it:
 /// a restart may have to read on, and the next write cuts. Else the record is written.
 template <class Item>
-void open_behind_first(int unit, const char* name, std::string_view first, const Item& item) {
+void open_behind_first(int unit, const char* name, std::string_view record, const Item& item) {
+  const bool found = begins_with(name, record);
   open_formatted(unit, name, OpenMode::position);
+  if (!found) {
+    write_list(unit, item);
+    return;
+  }
   std::string line;
-  const bool found = next_line(unit, line);
-  line.erase(0, line.find_first_not_of(' '));
-  line.erase(line.find_last_not_of(' ') + 1);
-  if (found && line == first) return;
-  rewind_formatted(unit);
-  write_list(unit, item);
+  next_line(unit, line);
 }
 
 /// The same for the component forces, a record file.
 void open_component_records() {
   constexpr char name[] = "CompForces.bc2";
   constexpr Word bytes = sizeof(Word);
-  std::array<Word, 3> head{};
-  std::ifstream old(name, std::ios::binary);
-  old.read(reinterpret_cast<char*>(head.data()), sizeof(head));
-  const bool found = old.good() && head == std::array<Word, 3>{bytes, component_version, bytes};
-  old.close();
+  const std::array<Word, 3> record{bytes, component_version, bytes};
+  const bool found = begins_with(name, {reinterpret_cast<const char*>(record.data()), sizeof(record)});
   open_tape(component_record_unit, name, false);
   if (found) {
     FILE(component_record_unit, "SKIP", 1);
@@ -140,8 +147,8 @@ void FILOPN() {
   open_formatted(UNIT_ERROR, "TAP.err", OpenMode::fresh);
   for (const WorkFile& file : record_files) open_tape(file.unit, file.name, file.scratch);
   for (const WorkFile& file : formatted_files) open_formatted(file.unit, file.name, OpenMode::position);
-  open_behind_first(UNIT_POST_TEXT, "TAP25", "1", "1");
-  open_behind_first(component_unit, "CompForces.bc1", "2", static_cast<int>(component_version));
+  open_behind_first(UNIT_POST_TEXT, "TAP25", " 1\n", "1");
+  open_behind_first(component_unit, "CompForces.bc1", " 2\n", static_cast<int>(component_version));
   open_component_records();
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "run/layout.h"
+#include "run/layout_items.h"
 #include "run/layout_numbers.h"
 #include "run/stops.h"
 #include "run/units.h"
@@ -49,30 +50,7 @@ class TextRecords {
   bool at_end_ = false;
 };
 
-/// The items of a read one by one.
-class InList {
- public:
-  explicit InList(std::span<const InItem> items) : items_(items) { pass_empty(); }
-  bool done() const { return items_.empty(); }
-  const InItem& item() const { return items_.front(); }
-  std::size_t index() const { return index_; }
-  int number() const { return number_; }
-  void advance() {
-    ++number_;
-    if (++index_ < static_cast<std::size_t>(items_.front().count)) return;
-    items_ = items_.subspan(1);
-    index_ = 0;
-    pass_empty();
-  }
-
- private:
-  void pass_empty() {
-    while (!items_.empty() && items_.front().count <= 0) items_ = items_.subspan(1);
-  }
-  std::span<const InItem> items_;
-  std::size_t index_ = 0;
-  int number_ = 1;
-};
+using InList = ItemWalk<InItem>;
 
 void get_text(std::string_view field, std::span<char> text) {
   const std::size_t length = std::min(field.size(), text.size());

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "run/layout.h"
+#include "run/layout_items.h"
 #include "run/layout_numbers.h"
 #include "run/stops.h"
 #include "run/units.h"
@@ -55,27 +56,7 @@ void put_characters(std::span<char> field, std::string_view text) {
   std::ranges::fill(field.subspan(length), ' ');
 }
 
-/// The items of a write one by one.
-class OutList {
- public:
-  explicit OutList(std::span<const OutItem> items) : items_(items) { pass_empty(); }
-  bool done() const { return items_.empty(); }
-  const OutItem& item() const { return items_.front(); }
-  std::size_t index() const { return index_; }
-  void advance() {
-    if (++index_ < static_cast<std::size_t>(items_.front().count)) return;
-    items_ = items_.subspan(1);
-    index_ = 0;
-    pass_empty();
-  }
-
- private:
-  void pass_empty() {
-    while (!items_.empty() && items_.front().count <= 0) items_ = items_.subspan(1);
-  }
-  std::span<const OutItem> items_;
-  std::size_t index_ = 0;
-};
+using OutList = ItemWalk<OutItem>;
 
 void put_item(RecordWriter& record, const Edit& edit, int scale, const OutList& list) {
   const OutItem& item = list.item();

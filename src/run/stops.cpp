@@ -16,13 +16,16 @@ constexpr int box_width = 130;
 constexpr std::size_t longest_error_text = 60;
 constexpr std::size_t routine_name_width = 6;
 
-/// Runs of blanks and line ends become one blank; none at the ends.
+/// A control character would spoil the line on a terminal or end it for a reader of texts.
+bool is_control(char c) { return (c >= '\0' && c < ' ') || c == '\x7F'; }
+
+/// Runs of blanks and line ends become one blank, with none at the ends; other control characters become '?'.
 std::string one_line(std::string_view words) {
   std::string line;
   for (const char c : words) {
     const bool blank = c == ' ' || c == '\n' || c == '\r' || c == '\t';
     if (!blank) {
-      line += c;
+      line += is_control(c) ? '?' : c;
     } else if (!line.empty() && line.back() != ' ') {
       line += ' ';
     }
@@ -32,23 +35,26 @@ std::string one_line(std::string_view words) {
 }
 
 /// "TAModel.inp line 12, columns 1-5: ", or nothing when no deck line is meant.
-std::string place(Columns where) {
-  if (where.first < 0 || deck_line() < 1) return {};
-  std::string text = file_of_unit(units.NDIN) + " line " + std::to_string(deck_line());
-  if (where.first > 0) text += ", columns " + std::to_string(where.first) + "-" + std::to_string(where.last);
+std::string words_of(const DeckPlace& place) {
+  const Columns columns = place.columns;
+  if (columns.first < 0 || place.line < 1) return {};
+  std::string text = file_of_unit(units.NDIN) + " line " + std::to_string(place.line);
+  if (columns.first > 0) text += ", columns " + std::to_string(columns.first) + "-" + std::to_string(columns.last);
   return text + ": ";
 }
 
 }  // namespace
 
-void complain(Columns where, std::string_view words) {
-  const std::string line = place(where) + one_line(words) + "\n";
+void complain(const DeckPlace& where, std::string_view words) {
+  const std::string line = words_of(where) + one_line(words) + "\n";
   if (is_open_formatted(UNIT_ERROR)) {
     put_text(UNIT_ERROR, line);
   } else {
     std::fputs(line.c_str(), stderr);
   }
 }
+
+void complain(Columns where, std::string_view words) { complain(DeckPlace(deck_line(), where), words); }
 
 void end_process(int status) {
   failure.failing = false;
@@ -60,7 +66,8 @@ void FATERR(std::string_view name) {
   std::string padded(name.substr(0, routine_name_width));
   padded.resize(routine_name_width, ' ');
   write(units.NDOUT, "'FATAL ERROR DETECTED IN ',A6,' - JOB ABORTED'", padded);
-  complain(whole_line, "fatal error detected in " + std::string(name) + ", job aborted");
+  complain(not_on_deck, "fatal error detected in " + std::string(name) +
+                            ", job aborted; last deck line read: " + std::to_string(deck_line()));
   CLOSUP();
 }
 
@@ -94,17 +101,23 @@ void message_box(char mark, std::string_view text) {
   put_text(units.NDOUT, row + std::string(text) + "\n" + row);
 }
 
-void report_data_error(Columns where, std::string_view text) {
+void report_data_error(const DeckPlace& where, std::string_view text) {
   put_text(units.NDOUT, "\n\n ***** DATA ERROR *****     " + std::string(text) + "\n");
   complain(where, text);
   set_fatal_flag();
   run.had_data_error = true;
 }
 
-bool node_in_range(int node, int NUMNP, Columns where) {
+void report_data_error(Columns where, std::string_view text) { report_data_error(DeckPlace(deck_line(), where), text); }
+
+bool node_in_range(int node, int NUMNP, const DeckPlace& where) {
   if (node >= 1 && node <= NUMNP) return true;
-  data_error(where, "' NODE',I6,'  OUT OF RANGE, ENTERING CHEC MODE'", node);
+  report_data_error(where, format("' NODE',I6,'  OUT OF RANGE, ENTERING CHEC MODE'", node));
   return false;
+}
+
+bool node_in_range(int node, int NUMNP, Columns where) {
+  return node_in_range(node, NUMNP, DeckPlace(deck_line(), where));
 }
 
 bool component_in_range(int component, Columns where) {

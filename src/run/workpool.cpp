@@ -51,7 +51,7 @@ void WorkPool::allocate(int count) {
   words_ = static_cast<Word*>(std::calloc(words_wanted + 1, sizeof(Word)));
   if (words_ == nullptr) {
     complain(not_on_deck, "the work array of " + std::to_string(words_wanted) + " words cannot be allocated");
-    end_process(status_fatal);
+    CLOSUP();
   }
   size_ = static_cast<int>(words_wanted);
   storage.MSTOR = size_;
@@ -90,8 +90,10 @@ void check_storage(int phase) {
 void STORCK(std::int64_t need, std::int64_t have, int phase) {
   const bool named = phase >= 1 && phase <= static_cast<int>(phase_names.size());
   std::string name(named ? phase_names[static_cast<std::size_t>(phase - 1)] : std::string_view());
-  complain(whole_line, "the work array has " + std::to_string(have) + " words, " + std::to_string(need) +
-                           " are needed up to the input phase " + name);
+  const bool behind_deck = phase == 9 || phase == 10;  // laid out when the problem's last card has been read
+  complain(behind_deck ? not_on_deck : whole_line, "the work array has " + std::to_string(have) + " words, " +
+                                                       std::to_string(need) + " are needed up to the input phase " +
+                                                       name);
   name.resize(phase_name_width, ' ');
   write(units.NDOUT,
         "/,/,/,/,' **** STORAGE CHECK ****',/,/,5X,'INPUT PHASE - ',10A3,/,/,"

@@ -30,7 +30,7 @@ class WorkPool {
   WorkPool& operator=(const WorkPool&) = delete;
   ~WorkPool();
 
-  /// Reserves `count` words, all zero, without touching them; sets storage.MSTOR. Failure ends the process.
+  /// Reserves `count` words, all zero, without touching them; sets storage.MSTOR. Failure is told and closes down.
   void allocate(int count);
   void release();
 

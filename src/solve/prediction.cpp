@@ -21,16 +21,16 @@ int linear_estimate(double R, double Rold, double TOL) {
 
 void print_diverging() { write(units.NDOUT, "5X,'CONVERGENCE PREDICTION - SOLUTION IS DIVERGING',/"); }
 
-bool begin_step(double R, int MAXIT) {
-  prediction = {.PR = R, .PW = 1.0, .PA = 0.0, .PC = 1.0, .PB = 0.0, .KPFLAG = MAXIT == 1 ? 1 : 0};
-  return prediction.KPFLAG == 1;
-}
-
 }  // namespace
+
+void begin_prediction(double R, int MAXIT) {
+  prediction = {.PR = R, .PW = 1.0, .PA = 0.0, .PC = 1.0, .PB = 0.0, .KPFLAG = MAXIT == 1 ? 1 : 0};
+}
 
 bool predict_nonconvergence(int NI, double R, double TOL, const PredictionRules& rules) {
   PredictionBlock& p = prediction;
-  if (NI == 1) return begin_step(R, rules.MAXIT);
+  if (NI == 1) begin_prediction(R, rules.MAXIT);
+  if (NI == 1) return p.KPFLAG == 1;
   if (rules.KPRED == 0) {
     p.KPFLAG = NI >= rules.MAXIT ? 1 : 0;
     return p.KPFLAG == 1;

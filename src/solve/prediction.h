@@ -24,6 +24,9 @@ struct PredictionRules {
   double GRACE;  ///< grace ratio
 };
 
+/// Begins the memory of a step: the unbalance R after its first iteration.
+void begin_prediction(double R, int MAXIT);
+
 /// After iteration NI with unbalance R above TOL: true when non-convergence is predicted. Prints its estimate.
 bool predict_nonconvergence(int NI, double R, double TOL, const PredictionRules& rules);
 

@@ -102,7 +102,7 @@ void write_top_unbalances() {
 bool state_is_finite(int& bad_equation) {
   bad_equation = 0;
   // A displacement that is lost spoils the forces of its neighbours, so displacements are looked at first.
-  for (const int vector : {arrays.U, arrays.RU}) {
+  for (const int vector : {arrays.U, arrays.R, arrays.RU}) {
     const Reals x = equation_vector(vector);
     for (int e = 1; e <= sizes.NEQ; ++e) {
       if (std::isfinite(x(e))) continue;

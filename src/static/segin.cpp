@@ -21,7 +21,6 @@ struct CardLines {
   std::int64_t solution = 0;
   std::int64_t control = 0;
   std::int64_t convergence = 0;
-  std::int64_t restep = 0;
 };
 
 void begin_segment() {
@@ -105,12 +104,11 @@ void read_convergence_card(CardLines& lines) {
 }
 
 /// A segment without restepping has no such card: the items keep the values of a new segment.
-void read_restep_card(CardLines& lines) {
+void read_restep_card() {
   constexpr double no_limit = 1.0E20;
   SegmentBlock& s = segment;
   read(units.NDIN, "2F10.0,2I5,2F10.0,I5,3F10.0,I5", s.RFAC, s.STEPMIN, s.NATT, s.ITLOW, s.IFAC, s.STEPMAX, s.KPRED,
        s.GRACE, s.WPRED, s.UMAX, s.ITDES);
-  lines.restep = deck_line();
   if (s.RFAC == 0.0) s.RFAC = 0.25;
   if (s.STEPMIN == 0.0) s.STEPMIN = 0.0156;
   if (s.IFAC == 0.0) s.IFAC = 4.0;
@@ -133,11 +131,10 @@ void stop_for_missing_capabilities(const CardLines& lines) {
   };
   const Item items[] = {
       {s.KSTEP == 2, "KSTEP", s.KSTEP, lines.solution, {1, 5}},
-      {s.KEVENT != 0, "KEVENT", s.KEVENT, lines.solution, {46, 50}},
+      {s.KEVENT > 0, "KEVENT", s.KEVENT, lines.solution, {46, 50}},
       {s.KITER == 2, "KITER", s.KITER, lines.solution, {51, 55}},
       {s.KBFGS == 1, "KBFGS", s.KBFGS, lines.control, {11, 15}},
       {s.NLS > 1, "NLS", s.NLS, lines.convergence, {41, 45}},
-      {s.KPRED != 0, "KPRED", s.KPRED, lines.restep, {51, 55}},
   };
   bool missing = false;
   for (const Item& item : items) {
@@ -146,8 +143,7 @@ void stop_for_missing_capabilities(const CardLines& lines) {
     const std::string words = format("'STAT SEGMENT',I5,': ',A6,' =',I5,' IS NOT AVAILABLE IN THIS VERSION'", s.ISEG,
                                      std::string(item.name) + std::string(6 - item.name.size(), ' '), item.value);
     fatal_box("     " + words);
-    complain(not_on_deck, file_of_unit(units.NDIN) + " line " + std::to_string(item.line) + ", columns " +
-                              std::to_string(item.where.first) + "-" + std::to_string(item.where.last) + ": " + words);
+    complain(DeckPlace{item.line, item.where}, words);
   }
   if (missing) FATERR("STAT");
 }
@@ -167,7 +163,7 @@ bool SEGIN() {
   const bool vectors_are_sound = read_vectors();
   read_control_card(lines);
   read_convergence_card(lines);
-  if (segment.KTERM == 0) read_restep_card(lines);
+  if (segment.KTERM == 0) read_restep_card();
   read_participation();
   if (executing()) stop_for_missing_capabilities(lines);
   return card_is_sound && vectors_are_sound;

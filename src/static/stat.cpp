@@ -1,7 +1,6 @@
 // The STAT macro: its card, its load segments one after the other, its end.
 #include <array>
 
-#include "elements/contract/pass.h"
 #include "results/reports.h"
 #include "run/layout.h"
 #include "run/report_lines.h"
@@ -26,7 +25,8 @@ void open_state_log() {
   FILE(UNIT_STATE_LOG, "REWI");
 }
 
-/// Everything is formed anew: full assembly, phase code 1, counters at 0, envelopes at zero.
+/// Everything is formed anew: full assembly, phase code 1, counters at 0, node envelopes at zero. Elements keep
+/// theirs.
 void start_analysis() {
   response.TIME = ZERO;
   response.RNORM = ZERO;
@@ -38,7 +38,6 @@ void start_analysis() {
   step.counters = {};
   step.NBFGS = 0;
   clear_node_envelopes();
-  clear_element_envelopes();
 }
 
 void read_macro_card() {

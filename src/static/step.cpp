@@ -61,6 +61,7 @@ void recover_step_start() {
     RCOPY(U.data(), U0.data(), NEQ1());
     RZERO(equation_vector(arrays.DDIS).data(), NEQ1());
     response.LEVEL = step.LEVEL0;
+    LODLVL(response.LEVEL);  // node pressures of that level, which reported forces contain
     determine_states();
   }
   RCOPY(U0.data(), U.data(), NEQ1());
@@ -152,7 +153,6 @@ void determine_trial() {
   step.taken_over = false;
   write(units.NDOUT, "5X,'STATE DETERMINATION'");
   form_unbalance();
-  write_top_unbalances();
   measure_unbalance();
 }
 
@@ -167,6 +167,9 @@ void search_first_increment() {
   }
   constexpr int tries = 1;
   write(units.NDOUT, "5X,'LINE SEARCH DID NOT CONVERGE AFTER ',I3,' TRIES'", tries);
+  if (segment.SLOW > segment.SUP) {  // the second length would be the lower limit itself
+    write(units.NDOUT, "5X,'PREDICTED LINE SEARCH LENGTH OF ',D13.4,' IS BEYOND SPECIFIED LIMITS'", segment.SLOW);
+  }
   determine_trial();
   write(units.NDOUT, "5X,'SOLUTION CONTINUED WITH STEP SIZE =',F10.5,5X,'AND UNBALANCED NORM   =',D15.4", ONE,
         response.RNORM);
@@ -211,7 +214,9 @@ Outcome leave_lost_state() {
 Outcome restep(bool finite, bool trial_is_accepted) {
   write_progress_row();
   const double smaller = segment.RFAC * statics.STEPF;
-  if (relative_step(smaller, segment.STEP0) >= segment.STEPMIN) {
+  // A reduction that does not reduce (a factor of 1 and more, a step that has run out of digits) would go on for ever.
+  const bool reduces = std::abs(smaller) < std::abs(statics.STEPF);
+  if (reduces && relative_step(smaller, segment.STEP0) >= segment.STEPMIN) {
     statics.STEPF = smaller;
     solver.KRESET = 1;
     solver.NELCHK = std::max(solver.NELCHK, 1);
@@ -254,6 +259,8 @@ Outcome iterate() {
   print_vectors(arrays.BFGS2, arrays.RA);
   print_increments();
   determine_trial();
+  write_top_unbalances();
+  if (step.NI == 1) begin_prediction(response.RNORM, segment.MAXIT);
   int bad_equation = 0;
   if (!state_is_finite(bad_equation)) {
     if (segment.KTERM == 0) return restep(false, false);

@@ -63,7 +63,10 @@ bool finish_step(Outcome outcome) {
   write(units.NDOUT, "/,' RESPONSE AT LOAD STEP',I5,5X,'ITERATION NO.',I5,5X,'LOAD LEVEL =',F10.5", step.NS, step.NI,
         response.LEVEL);
   if (segment.KPRINT == print_each_step) print_results();
-  if (outcome == Outcome::lost) return false;  // no new state: nothing to take over, nothing to save
+  if (outcome == Outcome::lost) {  // no new state: nothing to take over, nothing to save
+    --step.since_save;
+    return false;
+  }
   write_top_unbalances();
   update_state();
   update_node_envelopes();

@@ -83,8 +83,8 @@ void form_unbalance();
 void measure_unbalance();
 /// The largest unbalances of the step on TAP32.
 void write_top_unbalances();
-/// True when displacements, unbalance, norm and level are finite; else names the first bad equation, of the displacements
-/// before that of the unbalance (0 when it is the norm or the level).
+/// True when displacements, internal forces, unbalance, norm and level are finite; else names the first bad equation,
+/// displacements first (0 when it is the norm or the level).
 bool state_is_finite(int& bad_equation);
 
 /// Legend of the progress table, once a segment; one row per iteration end.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 
 #include "elements/contract/group.h"
@@ -70,9 +71,10 @@ void resist_spring() {
     element.ERES[c] = spring_stiffness(spring) * spring.difference[c];
     element.ERES[c + 3] = -element.ERES[c];
   }
+  for (std::size_t i = 0; i < 6; ++i) element.EDAMP[i] = 3.0 * element.EVEL[i];
 }
 
-void form_spring(int, double, double, bool reset) {
+MatrixForm form_spring(int, double, double, bool reset) {
   FakeSpring& spring = current_record<FakeSpring>();
   const double k = spring_stiffness(spring);
   for (std::size_t j = 0; j < 6; ++j) {
@@ -82,11 +84,29 @@ void form_spring(int, double, double, bool reset) {
   spring.head.KSTIF = 0;
   spring.last_code = spring.code;
   note("form");
+  return MatrixForm::full;
+}
+
+void damp_spring(double c1, double c2) {
+  const FakeSpring& spring = current_record<FakeSpring>();
+  for (std::size_t i = 0; i < 6; ++i) {
+    element.EDYNF[i] = spring.stiffness * ((1.0 + c1) * element.EVEL[i] + c2 * element.EACC[i]);
+  }
+  note("dynamic");
+}
+
+/// Softening on the way, which would be at a first difference of 1; type 7 while it stretches, 8 while it shortens.
+ElementEvent spring_event() {
+  FakeSpring& spring = current_record<FakeSpring>();
+  note("event");
+  const double change = element.EDISP[0] - element.EDISP[3];
+  const double left = 1.0 - spring.difference[0];
+  spring.difference[0] += change;  // in the work block alone
+  return change == 0.0 ? ElementEvent{1.0, 1} : ElementEvent{left / std::abs(change), change > 0.0 ? 7 : 8};
 }
 
 void print_spring_envelope() { note("envelope"); }
 void print_spring() { note("print"); }
-void clear_spring() { current_record<FakeSpring>().largest = 0.0; }
 
 /// One card per group: the node of every element.
 void read_blocks() {
@@ -107,18 +127,21 @@ void resist_block() {
   element.ERES = {};
   element.ERES[0] = current_record<FakeBlock>().displacement;
 }
-void form_block(int, double, double, bool) {
-  element.EMAT = {};
-  element.EMAT[0] = 1.0;
+/// Packed: entry (i, j), i not above j, is 10 i + j.
+MatrixForm form_block(int, double, double, bool) {
+  std::size_t next = 0;
+  for (int i = 1; i <= 6; ++i) {
+    for (int j = i; j <= 6; ++j) element.EMAT[next++] = 10 * i + j;
+  }
   current_record<FakeBlock>().head.KSTIF = 0;
   note("form");
+  return MatrixForm::packed;
 }
-void clear_block() {}
 
-constexpr ElementOperations spring = {read_springs, stretch_spring,        resist_spring, nullptr,     form_spring,
-                                      nullptr,      print_spring_envelope, print_spring,  clear_spring};
-constexpr ElementOperations block = {read_blocks, move_block, resist_block, nullptr,    form_block,
-                                     nullptr,     nullptr,    nullptr,      clear_block};
+constexpr ElementOperations spring = {read_springs, stretch_spring, resist_spring,         damp_spring,
+                                      form_spring,  spring_event,   print_spring_envelope, print_spring};
+constexpr ElementOperations block = {read_blocks, move_block, resist_block, nullptr,
+                                     form_block,  nullptr,    nullptr,      nullptr};
 
 constexpr ElementType spring_type = {
     1, "FAKE SPRINGS", 6, spring_first, 42, 0, words(offsetof(FakeSpring, last_code)) + 1, spring};

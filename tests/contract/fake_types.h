@@ -25,7 +25,7 @@ struct FakeSpring {
 inline constexpr int spring_words = words(sizeof(FakeSpring));
 inline constexpr int spring_first = spring_words - 42;
 
-/// Holds one node: a force equal to its displacement in the first direction. No tail.
+/// Holds one node: a force equal to its displacement in the first direction. No tail; its matrix is delivered packed.
 struct FakeBlock {
   ElementHead<6> head;
   double displacement;

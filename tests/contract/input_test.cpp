@@ -200,7 +200,7 @@ TEST(StorageReport, TellsEveryValue) {
   Line line(3, group_card(1, 2) + spring_card(1, 1, 2) + spring_card(2, 2, 3) + group_card(11, 1) + "    1\n", 2);
   line.build();
   const int elements = 2 * (spring_words + 1) + (words(sizeof(FakeBlock)) + 1);
-  EXPECT_TRUE(tells(line, format("'\n\n\n\n*********************\n STORAGE REQUIREMENTS\n*********************\n\n\n'"
+  EXPECT_TRUE(tells(line, format("'\n\n\n\n*********************\n STORAGE REQUIREMENTS\n*********************\n\n'"
                                  "5X,'STORAGE REQUIRED EXCLUDING ELEMENT DATA ........ =',I12,/,"
                                  "5X,'MINIMUM TOTAL STORAGE REQUIRED ................. =',I12,/,"
                                  "5X,'TOTAL STORAGE PROVIDED ......................... =',I12,/,"

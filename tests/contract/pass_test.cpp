@@ -155,21 +155,6 @@ TEST(Generations, RecoveringGoesBackToBothGenerations) {
   EXPECT_DOUBLE_EQ(spring(1).difference[0], 0.75) << "reference";
 }
 
-TEST(Generations, ClearedEnvelopesAreClearedInBoth) {
-  Line line(3, two_groups(), 2);
-  line.build();
-  line.displace(1, 1, 0.75);
-  determine_states();
-  line.update_state();
-  clear_element_envelopes();
-  EXPECT_EQ(spring(1).largest, 0.0);
-  EXPECT_DOUBLE_EQ(spring(1).difference[0], 0.75) << "the state stays";
-  line.displace(1, 1, 0.5);
-  determine_states();
-  EXPECT_DOUBLE_EQ(spring(1).largest, 0.5);
-  EXPECT_DOUBLE_EQ(spring(1).difference[0], 0.5);
-}
-
 struct Formed {
   std::vector<int> LM;
   std::vector<double> EMAT;

@@ -8,6 +8,9 @@ import unittest
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 sys.path[:0] = [os.path.join(ROOT, "tools"), os.path.join(ROOT, "tests/decks/oracle")]
+
+from run_deck import pool_argument  # noqa: E402  (found through the path above)
+
 PROGRAM = os.environ.get("TIDEARC", os.path.join(ROOT, "build/release/tidearc"))
 TIME_LOG = "E X E C U T I O N   T I M E   L O G"
 TIME_LIMIT = 60
@@ -62,7 +65,7 @@ class ProgramTest(unittest.TestCase):
     def run_deck(self, deck=None, *arguments, **options):
         if deck is not None:
             self.place("TAModel.inp", deck)
-        process = subprocess.run([PROGRAM, *arguments], cwd=self.folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+        process = subprocess.run([PROGRAM, *(arguments or pool_argument())], cwd=self.folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                  stderr=subprocess.STDOUT, timeout=TIME_LIMIT, **options)
         outcome = Outcome(self.folder, process)
         self.assertIn(outcome.status, (0, 1, 2, 3, 4), f"ended by {outcome.status}: {outcome.console[-2000:]}{outcome.errors[-2000:]}")

@@ -120,11 +120,36 @@ TEST(Constraints, WithANegativeDifferenceAreABadLoop) {
   EXPECT_EQ(sizes.NEQ, 18);
 }
 
-TEST(Constraints, WithALastNodeBelowTheFirstAreABadLoop) {
-  NodeModel m(constraint(3, "111111", 2), size_of(3, 1));
+TEST(Constraints, WithALastNodeBelowTheFirstAreThoseOfTheFirstAlone) {
+  for (const int difference : {0, 1, 2}) {
+    NodeModel m(constraint(3, "111111", 1, difference), size_of(3, 1));
+    DOFIN();
+    EXPECT_EQ(run.RUNMOD, 0) << m.report();
+    EXPECT_EQ(sizes.NEQ, 12);
+    EXPECT_EQ(equation_of(3, 1), 13);
+    EXPECT_EQ(row(1), (std::vector<int>{1, 2, 3, 4, 5, 6}));
+  }
+}
+
+TEST(Constraints, WithALastNodeBelowTheFirstAreEchoedWithoutAList) {
+  NodeModel m(constraint(3, "100000", 2), size_of(3, 1));
   DOFIN();
-  EXPECT_TRUE(m.reports("BAD LOOP"));
+  EXPECT_TRUE(m.reports("         3       1    0    0         0    0    0           2         0\n")) << m.report();
+}
+
+TEST(Constraints, WithALastNodeBelowTheFirstAndANegativeDifferenceAreABadLoop) {
+  NodeModel m(constraint(3, "111111", 1, -1), size_of(3, 1));
+  DOFIN();
+  EXPECT_EQ(m.data_errors(), 1);
+  EXPECT_TRUE(m.reports(" ***** DATA ERROR *****     BAD LOOP\n"));
   EXPECT_EQ(sizes.NEQ, 18);
+}
+
+TEST(Constraints, OfOneNodeDoNotUseTheirDifference) {
+  NodeModel m(constraint(2, "111111", 0, -1), size_of(3, 1));
+  DOFIN();
+  EXPECT_EQ(run.RUNMOD, 0);
+  EXPECT_EQ(equation_of(2, 1), 13);
 }
 
 TEST(Constraints, OnNodesOutOfRangeAreSkipped) {

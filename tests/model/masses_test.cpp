@@ -187,12 +187,12 @@ TEST(MassSummary, ShowsTheFinalVectorAndSumsItsTranslations) {
             "            32.000      34.000      36.000\n");
 }
 
-TEST(MassSummary, CountsASharedEquationAtEachOfItsNodes) {
+TEST(MassSummary, ShowsASharedEquationAtEachOfItsNodesAndCountsItOnce) {
   LoadModel model("", row_of_nodes(2));
   model.tie(2, 1, 1).number();
   model.vector(masses.AMASS)(1) = 5.0;
   MASSUM();
-  EXPECT_TRUE(has_line(model.scratch.report(), "            10.000      0.0000      0.0000")) << model.scratch.report();
+  EXPECT_TRUE(has_line(model.scratch.report(), "            5.0000      0.0000      0.0000")) << model.scratch.report();
 }
 
 }  // namespace

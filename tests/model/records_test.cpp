@@ -49,6 +49,27 @@ TEST(DynamicLoadCard, FieldsBehindTheEighthAreReadOver) {
   EXPECT_EQ(dynamic_loads.IVESSL, 0);
 }
 
+TEST(ControlFields, AreEighteenOfFiveColumns) {
+  std::string card;
+  for (int i = 1; i <= 19; ++i) card += "  " + std::string(i < 10 ? " " : "") + std::to_string(i) + " ";
+  LoadModel model(card + "\n", row_of_nodes(1));
+  const ControlFields fields = read_control_fields();
+  for (std::size_t i = 0; i < fields.size(); ++i) EXPECT_EQ(fields[i], static_cast<int>(i) + 1);
+  EXPECT_EQ(fields.size(), 18U);
+}
+
+TEST(ControlFields, AreReadToTheLastWhateverACardListsOfThem) {
+  LoadModel model(std::string(85, ' ') + "  JUNK\n", row_of_nodes(1));
+  EXPECT_EQ(stop_of(DYNCTL), status_io);
+  EXPECT_EQ(count_of_text(model.scratch.errors(), "columns 86-90: ' JUN' is not an integer"), 1)
+      << model.scratch.errors();
+}
+
+TEST(ControlFields, EndAtColumnNinety) {
+  LoadModel model(std::string(90, ' ') + "JUNK\n", row_of_nodes(1));
+  EXPECT_EQ(stop_of(DYNCTL), std::nullopt);
+}
+
 TEST(RecordSections, WithoutRecordsPrintHeadingsAndNone) {
   LoadModel model("", row_of_nodes(1));
   RECRIN();

@@ -2,6 +2,7 @@
 #include "roof/driver.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <string>
 
@@ -263,6 +264,24 @@ TEST(Driver, TheSameProcessCanRunADeckAgainAndPrintsTheSame) {
   const std::string first = process.report();
   EXPECT_EQ(process.run(), status_good);
   EXPECT_EQ(body(process.report()), body(first));
+}
+
+TEST(DriverDeathTest, APoolThatTheMachineCannotGiveIsToldAndClosedDown) {
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "the address sanitizer ends the process itself when memory runs out";
+#endif
+  ProcessRun process(bar_without_macros().text());
+  const auto run_in_a_gigabyte = [] {
+    constexpr rlim_t gigabyte = 1ULL << 30;
+    const rlimit limit{gigabyte, gigabyte};
+    setrlimit(RLIMIT_AS, &limit);
+    stop_process = nullptr;
+    start_process("1500M");
+    DRIVER();
+  };
+  EXPECT_EXIT(run_in_a_gigabyte(), testing::ExitedWithCode(status_fatal), "");
+  EXPECT_EQ(process.errors(), "the work array of 1500000000 words cannot be allocated\n");
+  EXPECT_FALSE(ProcessRun::exists("TAP5")) << "scratch files vanish";
 }
 
 }  // namespace

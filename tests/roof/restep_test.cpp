@@ -127,6 +127,57 @@ TEST(Restep, AStepThatNeededFewIterationsGrows) {
       << run.report;
 }
 
+TEST(Restep, AReductionThatDoesNotReduceIsNotRepeatedForEver) {
+  for (const char* factor : {"1.0", "2.0"}) {
+    TrussDeck deck = bar(0.1, 1.5);
+    std::string card = restep_card("0.001", 1, 0, "1.0");
+    card.replace(0, 10, std::string(7, ' ') + factor);
+    deck.stat({{.MAXIT = 1, .KTERM = 0, .card4 = card}});
+    const RunResult run = run_deck(deck.text());
+    EXPECT_TRUE(has(run.report, "ANALYSIS SUSPENDED"));
+    EXPECT_EQ(run.status, 4);
+  }
+}
+
+TEST(Restep, ANegativeSmallestStepEndsWhenTheDigitsDo) {
+  TrussDeck deck = bar(0.1, 1.5);
+  deck.stat({{.MAXIT = 1, .KTERM = 0, .KPRINT = 0, .TOLU = -1.0, .card4 = restep_card("-1.0", 1, 0, "1.0")}});
+  EXPECT_EQ(run_deck(deck.text()).status, 4);
+}
+
+TEST(Restep, TheSecondAttemptBelowTheSmallestStepSuspends) {
+  // Two yield points are crossed, in tension and, two segments later, again: each crossing step fails in one iteration.
+  TrussDeck deck = bar(0.1, 1.5);
+  const std::string card = restep_card("0.125", 2, 0, "1.0");
+  deck.stat({{.NSTEPS = 50, .MAXIT = 1, .KTERM = 0, .card4 = card}});
+  const RunResult once = run_deck(deck.text());
+  EXPECT_EQ(once.status, 0) << "one attempt is below the limit";
+  EXPECT_FALSE(has(once.report, "ANALYSIS SUSPENDED"));
+}
+
+TEST(Restep, DesiredIterationsShrinkTheStepAfterConvergence) {
+  // Two iterations at the yield point where one is desired: sqrt(1 / (2 - 1)) is 1; three would shrink.
+  TrussDeck deck = bar(0.1, 0.5);
+  deck.stat(
+      {{.STEP0 = 0.125, .NSTEPS = 50, .MAXIT = 5, .KTERM = 0, .card4 = restep_card("0.001", 1, 0, "9.0") + "    4"}});
+  const RunResult run = run_deck(deck.text());
+  // Each step takes one iteration: the factor is sqrt(4) = 2, capped by the largest step.
+  EXPECT_TRUE(
+      has(run.report, "NUMBER OF ITERATIONS TO CONVERGE WAS LESS THAN    0     NEW STEP SIZE =    0.25000D+00"));
+}
+
+TEST(Restep, PredictionRestepsBeforeTheIterationsAreUsedUp) {
+  // At constant stiffness the unbalance 0.45 falls by the factor 0.9 an iteration: far more than twenty are needed.
+  TrussDeck deck = bar(0.1, 1.5);
+  std::string card = restep_card("0.25", 1, 0, "1.0");
+  card.replace(50, 5, "    2");
+  deck.stat({{.MAXIT = 20, .KTERM = 0, .KSSTF = 2, .KISTF = 0, .TOLU = 1e-3, .card4 = card}});
+  const RunResult run = run_deck(deck.text());
+  EXPECT_TRUE(has(run.report, "CONVERGENCE PREDICTION - ")) << run.report;
+  EXPECT_TRUE(has(run.report, "PREDICTED NONCONVERGENCE - RESTART STEP   1 WITH STEP SIZE =   0.5000D+00"));
+  EXPECT_LT(progress_rows(run.progress)[1].iteration, 3);
+}
+
 TEST(Restep, NeverFiresWithoutItsCode) {
   TrussDeck deck = bar(0.1, 0.5);
   deck.stat({{.STEP0 = 0.125, .NSTEPS = 50, .KTERM = 1}});

@@ -2,6 +2,7 @@
 #include "roof/startup.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cfenv>
 #include <limits>
@@ -136,6 +137,40 @@ TEST(Startup, AFileThatBeginsOtherwiseIsWrittenAnew) {
   EXPECT_EQ(process.contents("TAP25"), " 1\n");
   EXPECT_EQ(process.contents("CompForces.bc1"), " 2\n");
   EXPECT_EQ(process.contents("CompForces.bc2"), bytes_of({4, 2, 4}));
+}
+
+TEST(Startup, AFileThatEndsWithinItsFirstRecordIsWrittenAnew) {
+  ProcessRun process(" STOP\n");
+  ProcessRun::put("TAP25", " ");
+  ProcessRun::put("CompForces.bc1", "");
+  ProcessRun::put("CompForces.bc2", bytes_of({4, 2}));
+  EXPECT_EQ(process.run(), status_good);
+  EXPECT_EQ(process.contents("TAP25"), " 1\n");
+  EXPECT_EQ(process.contents("CompForces.bc1"), " 2\n");
+  EXPECT_EQ(process.contents("CompForces.bc2"), bytes_of({4, 2, 4}));
+}
+
+TEST(Startup, AFirstRecordIsNotLookedForInADevice) {
+  // Zeros without end and without a line end: whoever reads a line there reads for ever.
+  ProcessRun process(" STOP\n");
+  for (const char* name : {"TAP25", "CompForces.bc1", "CompForces.bc2"})
+    std::filesystem::create_symlink("/dev/zero", name);
+  EXPECT_EQ(process.run(), status_good);
+}
+
+TEST(Startup, AFirstRecordThatHasNoRoomEndsInTheIoLayerWithItsName) {
+  for (const char* name : {"TAP25", "CompForces.bc1", "CompForces.bc2"}) {
+    ProcessRun process(" STOP\n");
+    std::filesystem::create_symlink("/dev/full", name);
+    EXPECT_EQ(process.run(), status_io);
+    EXPECT_TRUE(contains(process.errors(), "file " + std::string(name))) << process.errors();
+  }
+}
+
+TEST(Startup, APipeInPlaceOfAResultFileIsNotWaitedFor) {
+  ProcessRun process(" STOP\n");
+  for (const char* name : {"TAP25", "CompForces.bc1"}) ASSERT_EQ(mkfifo(name, 0600), 0);
+  EXPECT_EQ(process.run(), status_good);
 }
 
 TEST(Startup, OpeningDoesNotCutResultFiles) {

@@ -34,13 +34,13 @@ TEST_F(Stops, FatalMessageKeepsSixColumnsOfALongName) {
   EXPECT_EQ(scratch.report(), "FATAL ERROR DETECTED IN ELDATA - JOB ABORTED\n");
 }
 
-TEST_F(Stops, FatalMessageTellsTheDeckLineOnTheErrorStream) {
+TEST_F(Stops, FatalMessageTellsHowFarTheDeckWasReadOnTheErrorStream) {
   Scratch scratch("first\nsecond\n");
   std::string line;
   next_line(units.NDIN, line);
   next_line(units.NDIN, line);
   stop_of([] { FATERR("MAIN"); });
-  EXPECT_EQ(scratch.errors(), "TAModel.inp line 2: fatal error detected in MAIN, job aborted\n");
+  EXPECT_EQ(scratch.errors(), "fatal error detected in MAIN, job aborted; last deck line read: 2\n");
 }
 
 TEST_F(Stops, ErrorMessageEndsBeforeTheFirstDollar) {
@@ -119,6 +119,51 @@ TEST_F(Stops, BoxesFrameTheTextWithRowsOf130Characters) {
   const std::string w = " " + std::string(130, 'W') + "\n";
   const std::string f = " " + std::string(130, 'F') + "\n";
   EXPECT_EQ(scratch.report(), w + " ONE LINE\n" + w + f + " TWO\n LINES\n" + f);
+}
+
+TEST_F(Stops, AComplaintMayBeAboutADeckLineReadEarlier) {
+  Scratch scratch("first\nsecond\nthird\n");
+  std::string line;
+  for (int i = 0; i < 3; ++i) next_line(units.NDIN, line);
+  complain(DeckPlace(1, {6, 10}), "columns of the first");
+  complain(DeckPlace(2, whole_line), "the second as a whole");
+  complain({2, {1, 5}}, "columns of the second");
+  complain({1, 5}, "columns of the third");
+  EXPECT_EQ(scratch.errors(),
+            "TAModel.inp line 1, columns 6-10: columns of the first\n"
+            "TAModel.inp line 2: the second as a whole\n"
+            "TAModel.inp line 2, columns 1-5: columns of the second\n"
+            "TAModel.inp line 3, columns 1-5: columns of the third\n");
+}
+
+TEST_F(Stops, AComplaintAboutNoDeckLineTellsNone) {
+  Scratch scratch("first\n");
+  std::string line;
+  complain(DeckPlace(0, {1, 5}), "before the first line");
+  next_line(units.NDIN, line);
+  complain(DeckPlace(1, not_on_deck), "not on the deck");
+  EXPECT_EQ(scratch.errors(), "before the first line\nnot on the deck\n");
+}
+
+TEST_F(Stops, ControlCharactersOfADeckAreShownAsQuestionMarks) {
+  Scratch scratch;
+  using namespace std::string_literals;
+  complain(not_on_deck, "'\0\x01\x1B[2J\v\f\x1F\x7F'"s);
+  EXPECT_EQ(scratch.errors(), "'" + std::string(3, '?') + "[2J" + std::string(4, '?') + "'\n");
+}
+
+TEST_F(Stops, BytesAboveTheControlCharactersAreShownAsTheyStand) {
+  Scratch scratch;
+  complain(not_on_deck, "~!\xC3\x9F\x80\xFF");
+  EXPECT_EQ(scratch.errors(), "~!\xC3\x9F\x80\xFF\n");
+}
+
+TEST_F(Stops, AFieldWithControlCharactersIsToldWithoutThem) {
+  Scratch scratch(std::string("1\0002\n", 4));
+  int value = 0;
+  EXPECT_EQ(stop_of([&] { read(units.NDIN, "I5", value); }), status_io);
+  EXPECT_EQ(scratch.errors(),
+            "unit 5, file TAModel.inp, record 1: columns 1-5: '1?2' is not an integer (item 1, layout I5)\n");
 }
 
 TEST_F(Stops, IoFailureTellsUnitFileRecordAndCauseAndEndsWithStatusTwo) {

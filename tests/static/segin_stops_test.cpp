@@ -28,7 +28,7 @@ TEST(MissingCapability, DisplacementSteppingStops) {
 
 TEST(MissingCapability, EventsStop) {
   Cards cards;
-  for (const int KEVENT : {1, -1, 12}) {
+  for (const int KEVENT : {1, 12}) {
     cards.KEVENT = KEVENT;
     expect_missing(cards, "KEVENT =" + format("I5", KEVENT), "1, columns 46-50");
   }
@@ -56,13 +56,6 @@ TEST(MissingCapability, MoreThanOneLineSearchStops) {
   cards.NLS = 1;
   SegmentRun deck(cards.text());
   EXPECT_TRUE(SEGIN());
-}
-
-TEST(MissingCapability, PredictionStops) {
-  Cards cards;
-  cards.KTERM = 0;
-  cards.restep = std::string(54, ' ') + "1\n";
-  expect_missing(cards, "KPRED  =    2", "4, columns 51-55");
 }
 
 TEST(MissingCapability, EachItemIsNamed) {

@@ -50,6 +50,8 @@ RunResult run_deck(const std::string& deck, const std::string& pool_size) {
   result.levels = scratch.contents("TAP.ULTFAC");
   result.errors = scratch.errors();
   result.top = scratch.contents("TAP32");
+  result.member = scratch.contents("MEMBER.FRC");
+  for (int unit = 41; unit <= 45; ++unit) result.energy.push_back(scratch.contents("TAP" + std::to_string(unit)));
   result.ended = std::filesystem::exists("TAP.OK");
   return result;
 }

@@ -8,12 +8,14 @@ namespace tidearc::test {
 
 struct RunResult {
   int status = -1;
-  std::string report;    ///< TAModel.out
-  std::string progress;  ///< TAP53
-  std::string levels;    ///< TAP.ULTFAC
-  std::string errors;    ///< TAP.err
-  std::string top;       ///< TAP32
-  bool ended = false;    ///< TAP.OK stands in the folder
+  std::string report;               ///< TAModel.out
+  std::string progress;             ///< TAP53
+  std::string levels;               ///< TAP.ULTFAC
+  std::string errors;               ///< TAP.err
+  std::string top;                  ///< TAP32
+  std::string member;               ///< MEMBER.FRC
+  std::vector<std::string> energy;  ///< TAP41 .. TAP45
+  bool ended = false;               ///< TAP.OK stands in the folder
 };
 
 /// One row of the progress table.

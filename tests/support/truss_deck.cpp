@@ -36,12 +36,12 @@ std::string factor_cards(const std::vector<double>& factors) {
 
 std::string segment_text(const SegmentCards& s) {
   std::string t;
-  t += card("%5d%5d%10s%5d%5d%s%5d%5d%5d%5d%5d%5d%s", 1, 0, "", 0, 1, ten(s.STEP0).c_str(), s.NSTEPS, 0, 1, 0, s.MAXIT,
-            s.KTERM, ten(s.FQUIT).c_str());
+  t += card("%5d%5d%10s%5d%5d%s%5d%5d%5d%5d%5d%5d%s", 1, 0, "", 0, 1, ten(s.STEP0).c_str(), s.NSTEPS, s.KEVENT, 1, 0,
+            s.MAXIT, s.KTERM, ten(s.FQUIT).c_str());
   t += card("%5d%5d%5d%5d%5d%5d%5d%5d%5d%s%5d%5d", s.KSSTF, s.KISTF, 0, s.KISTA, s.KPRINT, 0, s.KPOST, 0, s.KPOSTN,
-            ten(s.ULTFAC).c_str(), 0, s.IROB);
-  t += card("%5d%5d%s%s%s%5d%10s%10s%s%5d", s.KUTYPE, s.KUMOM, ten(s.TOLU).c_str(), ten(s.TOLL).c_str(),
-            ten(s.USCALE).c_str(), 1, "", "", ten(s.TOLS).c_str(), s.NTOP);
+            ten(s.ULTFAC).c_str(), s.MACPR, s.IROB);
+  t += card("%5d%5d%s%s%s%5d%s%s%s%5d", s.KUTYPE, s.KUMOM, ten(s.TOLU).c_str(), ten(s.TOLL).c_str(),
+            ten(s.USCALE).c_str(), 1, ten(s.SUP).c_str(), ten(s.SLOW).c_str(), ten(s.TOLS).c_str(), s.NTOP);
   if (s.KTERM == 0) t += s.card4 + "\n";
   t += factor_cards(s.factors);
   t += "\n\n\n\n";  // follower, temperature, pressure, generated

@@ -18,6 +18,8 @@ struct SegmentCards {
   int KISTF = 1;
   int KISTA = 0;
   int KPRINT = 2;
+  int KEVENT = 0;
+  int MACPR = 0;
   int KPOST = 0;
   int KPOSTN = 0;
   double ULTFAC = 0.0;
@@ -27,9 +29,11 @@ struct SegmentCards {
   double TOLU = 1e-6;
   double TOLL = 0.0;
   double USCALE = 0.0;
+  double SUP = 0.0;
+  double SLOW = 0.0;
   double TOLS = 0.0;
   int NTOP = 0;
-  std::string card4 = "";  ///< restep card, used when KTERM is 0
+  std::string card4 = "";            ///< restep card, used when KTERM is 0
   std::vector<double> factors{1.0};  ///< nodal pattern factors
   std::vector<double> pfactors{};    ///< prescribed displacement factors
 };
@@ -49,11 +53,11 @@ class TrussDeck {
   void curve(const std::vector<double>& pairs);
   /// A nodal pattern with one command: forces, and a moment about Z.
   void pattern(int node, double fx, double fy, double fz, double mz = 0.0);
-  void prescribe(int node, int component, double value);    ///< a prescribed pattern with one entry
+  void prescribe(int node, int component, double value);  ///< a prescribed pattern with one entry
   void stat(const std::vector<SegmentCards>& segments);
   void macro(const std::string& card);
 
-  std::string text() const;  ///< the whole deck, NONE and STOP included
+  std::string text() const;     ///< the whole deck, NONE and STOP included
   std::string problem() const;  ///< the same without the STOP card
 
  private:

@@ -30,18 +30,20 @@ void for_each_turned_triple(const int* LM, int NDOF, Action&& action) {
   }
 }
 
-/// out = gathered u - u0, in global directions. The vectors have NEQ1 entries and a zero sink.
+/// out = the values value_at(e) of the element's equations e, in global directions.
+template <class ValueAt>
+void gather_values(const Gathering& from, const int* LM, int NDOF, ValueAt&& value_at, double* out) {
+  for (int i = 0; i < NDOF; ++i) out[i] = LM[i] < 1 ? 0.0 : value_at(from.ID[LM[i] - 1]);
+  if (from.turning) for_each_turned_triple(LM, NDOF, [&](int node, int first) { to_global(node, out + first); });
+}
+/// out = gathered u. The vectors here have NEQ1 entries and a zero sink.
+inline void gather(const Gathering& from, const int* LM, int NDOF, const double* u, double* out) {
+  gather_values(from, LM, NDOF, [u](int e) { return u[e - 1]; }, out);
+}
+/// out = gathered u - u0.
 inline void gather_change(const Gathering& from, const int* LM, int NDOF, const double* u, const double* u0,
                           double* out) {
-  for (int i = 0; i < NDOF; ++i) {
-    if (LM[i] < 1) {
-      out[i] = 0.0;
-      continue;
-    }
-    const int e = from.ID[LM[i] - 1];
-    out[i] = u[e - 1] - u0[e - 1];
-  }
-  if (from.turning) for_each_turned_triple(LM, NDOF, [&](int node, int first) { to_global(node, out + first); });
+  gather_values(from, LM, NDOF, [u, u0](int e) { return u[e - 1] - u0[e - 1]; }, out);
 }
 
 /// Adds an element vector in global directions to an equation vector; turns `values` in place.

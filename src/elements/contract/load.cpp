@@ -44,7 +44,7 @@ std::string counted(std::int64_t value) {
 }
 
 void print_storage_report(std::int64_t needed) {
-  write(units.NDOUT, "/,/,/,/,21('*'),/,' STORAGE REQUIREMENTS',/,21('*'),/");
+  write(units.NDOUT, "/,/,/,/,21('*'),/,' STORAGE REQUIREMENTS',/,21('*')");
   write(units.NDOUT, "/,5X,'STORAGE REQUIRED EXCLUDING ELEMENT DATA ........ =',I12", storage.KEDAT - 1);
   write(units.NDOUT, "5X,'MINIMUM TOTAL STORAGE REQUIRED ................. =',A12", counted(needed));
   write(units.NDOUT, "5X,'TOTAL STORAGE PROVIDED ......................... =',I12", storage.MSTOR);

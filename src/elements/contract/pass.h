@@ -21,8 +21,31 @@ void take_over_states();
 void save_states();
 void recover_states();
 
-/// Envelope values of every element back to zero, in both generations (a macro starts).
-void clear_element_envelopes();
+/// First event of all elements under a displacement increment.
+struct FirstEvent {
+  double EFAC = 1.0;  ///< part of the increment up to the event, 1.0: none on the way      [-]
+  int IEVT = 0;       ///< type of the event, as the element's type numbers it; 0 none      [-]
+  int IGRP = 0;       ///< group of the element                                             [-]
+  int IMEM = 0;       ///< number of the element                                            [-]
+};
+/// The event pass, over the states at hand, which stay as they are: the smallest factor below 1.0 for the increment in
+/// pool vector `increment` (NEQ1); of equal ones the first in the order of the deck.
+FirstEvent first_event(int increment);
+
+/// Resisting forces of the states at hand, which stay as they are, summed into pool vector `resisting` (NEQ1).
+void sum_resisting_forces(int resisting);
+
+/// Pool vectors (NEQ1) of the dynamic force pass; 0: not asked for.
+struct DynamicForces {
+  int effective = 0;  ///< dynamic effective forces (EDYNF)                                 [force]
+  int resisting = 0;  ///< resisting forces (ERES)                                          [force]
+  int damping = 0;    ///< damping forces (EDAMP)                                           [force]
+};
+/// The dynamic force pass (RDYNAM), over the states at hand, which stay as they are: stiffness-proportional damping
+/// applied to (1+c1) v + c2 a with the pool vectors VEL and ACC (NEQ1), and, when asked for, resisting and damping
+/// forces. Each vector asked for is summed from zero.
+void sum_dynamic_forces(double c1, double c2, int VEL, int ACC, const DynamicForces& into);
+
 /// Results of every element of every group on the report (ELMPRT), and their envelopes (ELMENV).
 void print_elements();
 void print_element_envelopes();

@@ -75,7 +75,8 @@ void take_over_states() {
 }
 
 void save_states() {
-  FILE(units.NT15, "WRIT", 1, &state_log.written);
+  // Not `written`: records that no update has committed are told again by the next determination.
+  FILE(units.NT15, "WRIT", 1, &state_log.committed);
   FILE(units.NT12, "REWI");
   for_each_element([](const ElementType&, const Word* record, int) {
     FILE(units.NT15, "WRIT", group.LFIX, next_record(units.NT12).data());
@@ -92,22 +93,6 @@ void recover_states() {
     FILE(units.NT12, "WRIT", group.LFIX, next_record(units.NT15).data());
     recover_current(type, record);
   });
-}
-
-void clear_element_envelopes() {
-  // A sequential file is not changed in place: the cleared reference goes to the partner file, and the two change
-  // roles.
-  FILE(units.NT12, "REWI");
-  FILE(units.NT1, "REWI");
-  for_each_element([](const ElementType& type, Word* record, int) {
-    copy_words(record_words(), next_record(units.NT12).data(), group.LFIX);
-    type.operations.clear_envelope();
-    FILE(units.NT1, "WRIT", group.LFIX, record_words());
-    load_record(record);
-    type.operations.clear_envelope();
-    copy_words(record, record_words(), group.LFIX);
-  });
-  std::swap(units.NT1, units.NT12);
 }
 
 }  // namespace tidearc

@@ -30,16 +30,34 @@ void turn_matrix(const int* LM, int ND, double* EMAT) {
   });
 }
 
-void form_current_matrix(const ElementType& type, Word* record, int KFORM, bool reset) {
+void unpack_matrix(int ND, double* EMAT) {
+  // Taken from the last to the first, each entry goes to its place below the diagonal, which never stands before the
+  // packed one, so that no entry is lost.
+  const RealTable K(EMAT, ND, ND);
+  const double* packed = EMAT + ND * (ND + 1) / 2;
+  for (int i = ND; i >= 1; --i) {
+    for (int j = ND; j >= i; --j) K(j, i) = *--packed;
+  }
+  for (int i = 1; i <= ND; ++i) {
+    for (int j = i + 1; j <= ND; ++j) K(i, j) = K(j, i);
+  }
+}
+
+MatrixForm form_current_matrix(const ElementType& type, Word* record, int KFORM, bool reset) {
   load_record(record);
   // Both damping factors are zero in a static analysis.
-  type.operations.stiffness(KFORM, ZERO, ZERO, reset);
+  MatrixForm form = type.operations.stiffness(KFORM, ZERO, ZERO, reset);
   copy_words(record + group.LFIX, record_words() + group.LFIX, group.LTAN + group.LAUX);
   put_stiffness_words(type, stiffness_words(type, record_words()), record);
 
   int* LM = location_vector();
-  if (sizes.NCSYS >= 1) turn_matrix(LM, group.NDOF, element.EMAT.data());
+  if (sizes.NCSYS >= 1) {
+    if (form == MatrixForm::packed) unpack_matrix(group.NDOF, element.EMAT.data());
+    form = MatrixForm::full;
+    turn_matrix(LM, group.NDOF, element.EMAT.data());
+  }
   for (int i = 0; i < group.NDOF; ++i) LM[i] = LM[i] < 1 ? 0 : equation_at(LM[i]);
+  return form;
 }
 
 }  // namespace tidearc

@@ -12,7 +12,7 @@ namespace tidearc {
 /// One element's matrix on its way into the assembled one, valid during the call that receives it.
 struct ElementMatrix {
   int ND;              ///< degrees of freedom
-  bool packed;         ///< false: ND by ND, column by column
+  bool packed;         ///< false: ND by ND, column by column; true: upper triangle by rows
   const int* LM;       ///< ND equation numbers; below 1 or above NEQ: the freedom drops
   const double* EMAT;  ///< the values, in nodal axes
 };
@@ -25,9 +25,13 @@ void deliver_change(int ND, bool reset, double* EMAT, double* delivered);
 /// K_local = T^T K T for every node of the element with a local system, in place; LM holds slots.
 void turn_matrix(const int* LM, int ND, double* EMAT);
 
+/// Makes the packed matrix in EMAT a full one.
+void unpack_matrix(int ND, double* EMAT);
+
 /// Forms the current element's matrix into element.EMAT with its equations in the work block's LM, and puts the tail
-/// and the words of the stiffness pass back into its record in the pool, whose LM keeps its slots.
-void form_current_matrix(const ElementType& type, Word* record, int KFORM, bool reset);
+/// and the words of the stiffness pass back into its record in the pool, whose LM keeps its slots. Returns the form of
+/// EMAT: that of the type, but full where nodes have local systems.
+MatrixForm form_current_matrix(const ElementType& type, Word* record, int KFORM, bool reset);
 
 /// Walks over all elements in order and calls add(ElementMatrix) for each that is formed: every element when `reset`,
 /// else those with a running number up to NELCHK whose KSTIF is not zero.
@@ -35,8 +39,8 @@ template <class Add>
 void form_element_matrices(int KFORM, bool reset, int NELCHK, Add&& add) {
   for_each_element([&](const ElementType& type, Word* record, int running) {
     if (!reset && (running > NELCHK || record[1] == 0)) return;
-    form_current_matrix(type, record, KFORM, reset);
-    add(ElementMatrix{group.NDOF, false, location_vector(), element.EMAT.data()});
+    const MatrixForm form = form_current_matrix(type, record, KFORM, reset);
+    add(ElementMatrix{group.NDOF, form == MatrixForm::packed, location_vector(), element.EMAT.data()});
   });
 }
 

@@ -12,6 +12,12 @@ struct ElementEvent {
   int code = 0;         ///< kind of the change, 0 none
 };
 
+/// How an element matrix stands in EMAT.
+enum class MatrixForm : int {
+  full = 0,    ///< NDOF by NDOF, column by column
+  packed = 1,  ///< upper triangle by rows, NDOF (NDOF + 1) / 2
+};
+
 struct ElementOperations {
   /// Reads and echoes the group's cards and writes every record (INEL). Element data errors end in the close-down.
   void (*input)() = nullptr;
@@ -21,18 +27,16 @@ struct ElementOperations {
   void (*resist)() = nullptr;
   /// EDYNF: (BETAO K0 + BETAT Kt) applied to (1+c1) v + c2 a (DYNF).
   void (*dynamic)(double c1, double c2) = nullptr;
-  /// EMAT, full and symmetric, NDOF by NDOF, in global directions: the change since the last delivery, or the whole
-  /// matrix when `reset`; keeps what was delivered in the tail and clears KSTIF (STIF). With KFORM of at least 1 the
-  /// matrix is c1 K0 + (1+c2) Kt, else Kt.
-  void (*stiffness)(int KFORM, double c1, double c2, bool reset) = nullptr;
+  /// EMAT, symmetric, in global directions: the change since the last delivery, or the whole matrix when `reset`; keeps
+  /// what was delivered in the tail and clears KSTIF (STIF). With KFORM of at least 1 the matrix is c1 K0 + (1+c2) Kt,
+  /// else Kt. Returns the form in which EMAT stands.
+  MatrixForm (*stiffness)(int KFORM, double c1, double c2, bool reset) = nullptr;
   /// Factor of EDISP up to the next change of stiffness (EVNT); null: the type has no events.
   ElementEvent (*event)() = nullptr;
   /// Lines of the envelope report (ENVO).
   void (*envelope)() = nullptr;
   /// Lines of the results report (PRNT).
   void (*print)() = nullptr;
-  /// Envelope values back to zero.
-  void (*clear_envelope)() = nullptr;
 };
 
 struct ElementType {

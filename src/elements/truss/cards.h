@@ -2,8 +2,10 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 
 #include "elements/truss/record.h"
+#include "run/stops.h"
 #include "run/views.h"
 
 namespace tidearc {
@@ -36,7 +38,11 @@ struct TrussCard {
   int KGEOM, KHIST, KBUCK, KCAT, KWAVE, KBUOY;
   int increment;  ///< of the node numbers of generated elements; 0 as 1
   std::array<double, 2 * curve_pairs> curve;
+  std::int64_t line;  ///< deck line of the card
+  bool generated;     ///< the element was generated from this card, so that its own columns are not to blame
 
+  /// Columns of the card for a message about it, whatever has been read since.
+  DeckPlace place(int first, int last) const { return {line, generated ? whole_line : Columns{first, last}}; }
   bool has_curve() const { return KBUCK == law_curve || KHIST == law_curve; }
 };
 TrussCard read_truss_card();

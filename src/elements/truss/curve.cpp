@@ -11,6 +11,8 @@ namespace {
 double deformation(CurvePairs pairs, int k) { return pairs[static_cast<std::size_t>(2 * (k - 1))]; }
 double force(CurvePairs pairs, int k) { return pairs[static_cast<std::size_t>(2 * (k - 1) + 1)]; }
 
+constexpr double same_force = 1.0E-12;  ///< difference over the ordinate  [-]
+
 /// Deformation nearest to `wanted` at which segment k bears the force.
 std::optional<double> on_segment(CurvePairs pairs, int k, double wanted_force, double wanted) {
   const double D1 = deformation(pairs, k), D2 = deformation(pairs, k + 1);
@@ -51,6 +53,14 @@ double curve_slope(CurvePairs pairs, int code) {
   if (k < 1 || k >= curve_ordinates) return 0.0;
   const double length = deformation(pairs, k + 1) - deformation(pairs, k);
   return length == 0.0 ? 0.0 : (force(pairs, k + 1) - force(pairs, k)) / length;
+}
+
+double force_at_ordinate(CurvePairs pairs, double ratio) {
+  for (int k = 1; k <= curve_ordinates; ++k) {
+    const double P = force(pairs, k);
+    if (std::abs(ratio - P) <= same_force * std::abs(P)) return P;
+  }
+  return ratio;
 }
 
 std::optional<CurvePoint> find_deformation(CurvePairs pairs, double force, double wanted) {

@@ -14,6 +14,7 @@ TrussCard read_truss_card() {
   TrussCard card{};
   read(units.NDIN, "5I5,F10.0,7I5", card.number, card.NODEI, card.NODEJ, card.MAT, card.SEC, card.force, card.KGEOM,
        card.KHIST, card.KBUCK, card.KCAT, card.KWAVE, card.KBUOY, card.increment);
+  card.line = deck_line();
   return card;
 }
 

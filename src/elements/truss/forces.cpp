@@ -62,7 +62,7 @@ void DYNF01(double c1, double c2) {
   for (std::size_t i = 0; i < truss_freedoms; ++i) element.EDYNF[i] = force * truss.DIR[i];
 }
 
-void STIF01(int KFORM, double c1, double c2, bool reset) {
+MatrixForm STIF01(int KFORM, double c1, double c2, bool reset) {
   TrussRecord& truss = current_record<TrussRecord>();
   const double Kt = tangent(truss);
   const double K = KFORM >= 1 ? combined_stiffness(c1, truss.SK1 + truss.SK2, 1.0 + c2, Kt) : Kt;
@@ -75,6 +75,7 @@ void STIF01(int KFORM, double c1, double c2, bool reset) {
   deliver_change(truss_freedoms, reset, EMAT.data(), truss.tangent);
   truss.head.KSTIF = 0;
   truss.KLAST = truss.KYLD;
+  return MatrixForm::full;
 }
 
 ElementEvent EVNT01() {

@@ -89,7 +89,7 @@ void add_mass_and_weight(const TrussRecord& truss) {
 [[noreturn]] void stop_no_deformation(const TrussCard& card) {
   write(units.NDOUT, "/,5X,'****ERROR****',5X,'NO CORRESPONDING DEFORMATION',' CAN BE FOUND FROM INITIAL FORCE ',E12.4",
         card.force);
-  complain({26, 35}, "element " + std::to_string(card.number) + ": the curve bears the initial force nowhere");
+  complain(card.place(26, 35), "element " + std::to_string(card.number) + ": the curve bears the initial force nowhere");
   CLOSUP();
 }
 
@@ -97,7 +97,7 @@ void add_mass_and_weight(const TrussRecord& truss) {
 void finish_record(GroupInput& input, const TrussCard& card, TrussRecord& truss) {
   if (!place_record(truss)) {
     write(units.NDOUT, "' ERROR ELEMENT',I6,' HAS ZERO LENGTH'", card.number);
-    complain(whole_line, "element " + std::to_string(card.number) + " has zero length");
+    complain(DeckPlace(card.line, whole_line), "element " + std::to_string(card.number) + " has zero length");
     input.zero_length = true;
     return;
   }
@@ -123,8 +123,8 @@ void make_element(GroupInput& input, const char* key, const TrussCard& card) {
   echo_element(key, card, distance_of(card));
   if (key == key_read && card.has_curve()) echo_curve(card);
   TrussRecord& truss = start_record(input, card);
-  const bool I_inside = node_in_range(card.NODEI, sizes.NUMNP, {6, 10});
-  const bool J_inside = node_in_range(card.NODEJ, sizes.NUMNP, {11, 15});
+  const bool I_inside = node_in_range(card.NODEI, sizes.NUMNP, card.place(6, 10));
+  const bool J_inside = node_in_range(card.NODEJ, sizes.NUMNP, card.place(11, 15));
   if (I_inside && J_inside) finish_record(input, card, truss);
   write_element_record();
 }
@@ -136,6 +136,7 @@ void generate_gap(GroupInput& input, const TrussCard& previous, int until) {
   for (int number = input.numbering.next(); number < until; ++number) {
     TrussCard card = previous;
     card.number = number;
+    card.generated = true;
     card.NODEI = stepped_node(previous.NODEI, increment, number - previous.number);
     card.NODEJ = stepped_node(previous.NODEJ, increment, number - previous.number);
     make_element(input, key_generated, card);

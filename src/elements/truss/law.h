@@ -5,14 +5,11 @@
 
 namespace tidearc {
 
-/// Sets SK1, SK2, FYT, FYC, DY, OVTOL and DUCTL of a record from its material, section and length.
+/// Sets SK1, SK2, FYT, FYC, DY, FCURVE, OVTOL and DUCTL of a record from its material, section and length.
 void form_truss_law(TrussRecord& truss);
 
-/// Yield force of the curve ratios: (SK1 + SK2) DY.
-inline double curve_force(const TrussRecord& truss) { return (truss.SK1 + truss.SK2) * truss.DY; }
-
 /// State of a record under an initial force (0: none): forces, extension and code. False when the curve bears the force
-/// nowhere.
+/// at no finite extension.
 bool set_initial_state(TrussRecord& truss, double force);
 
 }  // namespace tidearc

@@ -9,10 +9,9 @@ void INEL01();
 void SDET01();
 void RESP01();
 void DYNF01(double c1, double c2);
-void STIF01(int KFORM, double c1, double c2, bool reset);
+MatrixForm STIF01(int KFORM, double c1, double c2, bool reset);
 ElementEvent EVNT01();
 void ENVO01();
 void PRNT01();
-void clear_truss_envelope();
 
 }  // namespace tidearc

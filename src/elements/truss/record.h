@@ -95,7 +95,8 @@ struct TrussRecord {
   int NGAUSS;                           ///< wave integration points of the group
   TrussMaterial material;
   TrussSection section;
-  int spare[52];  ///< up to the length of the first portion
+  double FCURVE;  ///< yield force of the curve's ratios, A fyt, or E A / L without yield stress  [force]
+  int spare[50];  ///< up to the length of the first portion
   double
       tangent[truss_freedoms * (truss_freedoms + 1) / 2];  ///< matrix that has been delivered, upper triangle by rows
   double auxiliary;

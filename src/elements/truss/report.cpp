@@ -47,12 +47,4 @@ void ENVO01() {
         truss.PLNEG);
 }
 
-void clear_truss_envelope() {
-  TrussRecord& truss = current_record<TrussRecord>();
-  for (double* value : {&truss.FMAX, &truss.FMIN, &truss.EXTMAX, &truss.EXTMIN, &truss.TFMAX, &truss.TFMIN,
-                        &truss.TEMAX, &truss.TEMIN}) {
-    *value = 0.0;
-  }
-}
-
 }  // namespace tidearc

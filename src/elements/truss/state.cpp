@@ -6,7 +6,6 @@
 #include "elements/truss/branch.h"
 #include "elements/truss/curve.h"
 #include "elements/truss/geometry.h"
-#include "elements/truss/law.h"
 #include "elements/truss/operations.h"
 #include "elements/truss/pressure.h"
 #include "solve/arrays.h"
@@ -35,7 +34,7 @@ void follow_curve(TrussRecord& truss, double dE) {
   const CurvePoint point = walk_curve(truss.CURVE, (truss.EXT + dE) / truss.DY);
   truss.KYLD = point.code;
   truss.F1 = 0.0;
-  truss.F2 = curve_force(truss) * point.value;
+  truss.F2 = truss.FCURVE * point.value;
 }
 
 void follow_branches(TrussRecord& truss, double dE) {
