@@ -13,8 +13,7 @@ namespace {
 constexpr int type_count = 28;
 constexpr int variable = 0;  // the type's input sets the count
 
-constexpr ElementOperations truss = {
-    INEL01, SDET01, RESP01, DYNF01, STIF01, EVNT01, ENVO01, PRNT01};
+constexpr ElementOperations truss = {INEL01, SDET01, RESP01, DYNF01, STIF01, EVNT01, ENVO01, PRNT01};
 constexpr ElementOperations none = {};
 
 // clang-format off

@@ -154,6 +154,7 @@ void segment_error(Columns where, std::string_view text) {
   fatal_box("     " + std::string(text));
   complain(where, text);
   set_fatal_flag();
+  if (run.check_run) run.had_data_error = true;  // a data check has no analysis whose end would tell
 }
 
 bool SEGIN() {

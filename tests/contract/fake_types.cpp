@@ -126,6 +126,7 @@ void move_block() {
 void resist_block() {
   element.ERES = {};
   element.ERES[0] = current_record<FakeBlock>().displacement;
+  element.EDAMP = {};
 }
 /// Packed: entry (i, j), i not above j, is 10 i + j.
 MatrixForm form_block(int, double, double, bool) {

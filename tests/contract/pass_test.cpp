@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -155,6 +156,19 @@ TEST(Generations, RecoveringGoesBackToBothGenerations) {
   EXPECT_DOUBLE_EQ(spring(1).difference[0], 0.75) << "reference";
 }
 
+// The extreme of the first determination stays when a state is updated and when another macro starts.
+TEST(Generations, EnvelopesLastThroughStateUpdates) {
+  Line line(3, two_groups(), 2);
+  line.build();
+  line.displace(1, 1, 0.75);
+  determine_states();
+  line.update_state();
+  line.displace(1, 1, 0.25);
+  determine_states();
+  line.update_state();
+  EXPECT_DOUBLE_EQ(spring(1).largest, 0.75);
+}
+
 struct Formed {
   std::vector<int> LM;
   std::vector<double> EMAT;
@@ -219,6 +233,57 @@ TEST(StiffnessPass, ATypeWithoutATailHasNone) {
   EXPECT_EQ(calls.back(), "state 2/1");
 }
 
+// Blocks deliver packed: entry (i, j), i not above j, is 10 i + j.
+TEST(StiffnessPass, TheTypeTellsTheFormOfItsMatrix) {
+  Line line(3, group_card(11, 1) + "    2\n" + group_card(1, 1) + spring_card(1, 1, 2), 2);
+  line.build();
+  std::vector<bool> packed;
+  std::vector<double> first;
+  form_element_matrices(0, true, 0, [&](const ElementMatrix& m) {
+    packed.push_back(m.packed);
+    if (m.packed) first.assign(m.EMAT, m.EMAT + 21);
+  });
+  EXPECT_EQ(packed, (std::vector<bool>{true, false}));
+  EXPECT_EQ(first,
+            (std::vector<double>{11, 12, 13, 14, 15, 16, 22, 23, 24, 25, 26, 33, 34, 35, 36, 44, 45, 46, 55, 56, 66}));
+}
+
+// Local 1 of node 1 is global Y, local 2 is -X: K'(1,1) = K(2,2), K'(1,2) = -K(2,1), K'(1,4) = K(2,4).
+TEST(StiffnessPass, APackedMatrixIsTurnedAsAFullOne) {
+  Line line(3, group_card(11, 1) + "    1\n", 1, true);
+  line.build();
+  int calls_of_add = 0;
+  form_element_matrices(0, true, 0, [&](const ElementMatrix& m) {
+    ++calls_of_add;
+    EXPECT_FALSE(m.packed);
+    const auto at = [&](int i, int j) { return m.EMAT[(j - 1) * 6 + i - 1]; };
+    EXPECT_DOUBLE_EQ(at(1, 1), 22.0);
+    EXPECT_DOUBLE_EQ(at(2, 2), 11.0);
+    EXPECT_DOUBLE_EQ(at(1, 2), -12.0);
+    EXPECT_DOUBLE_EQ(at(3, 3), 33.0);
+    EXPECT_DOUBLE_EQ(at(1, 4), 24.0);
+    EXPECT_DOUBLE_EQ(at(4, 2), -14.0);
+    EXPECT_DOUBLE_EQ(at(6, 5), 56.0);
+  });
+  EXPECT_EQ(calls_of_add, 1);
+}
+
+TEST(UnpackedMatrix, HasBothTriangles) {
+  for (const int ND : {1, 2, 3, 60}) {
+    std::vector<double> K(static_cast<std::size_t>(ND * ND), -1.0);
+    std::size_t next = 0;
+    for (int i = 1; i <= ND; ++i) {
+      for (int j = i; j <= ND; ++j) K[next++] = 100 * i + j;
+    }
+    unpack_matrix(ND, K.data());
+    for (int i = 1; i <= ND; ++i) {
+      for (int j = 1; j <= ND; ++j) {
+        EXPECT_EQ(K[static_cast<std::size_t>((j - 1) * ND + i - 1)], 100 * std::min(i, j) + std::max(i, j)) << ND;
+      }
+    }
+  }
+}
+
 TEST(DeliveredChange, KeepsTheUpperTriangleByRows) {
   double K[9] = {1, 2, 3, 2, 4, 5, 3, 5, 6};
   double delivered[6] = {9, 9, 9, 9, 9, 9};
@@ -253,6 +318,18 @@ TEST(ElementReports, EnvelopesHaveOneTitlePerGroup) {
   ASSERT_NE(at, std::string::npos);
   EXPECT_EQ(report.find(title, at + 1), std::string::npos);
   EXPECT_EQ(report.substr(at - 56, 56), "1" + std::string(54, '*') + "\n");
+}
+
+TEST(ElementReports, AGroupWithoutElementsBetweenOthersPrintsNothing) {
+  Line line(3, group_card(1, 1) + spring_card(1, 1, 2) + group_card(1, 0) + group_card(1, 1) + spring_card(1, 2, 3), 3);
+  line.build();
+  print_elements();
+  EXPECT_EQ(calls, (std::vector<std::string>{"print 1/1", "print 3/1"}));
+  print_element_envelopes();
+  const std::string report = line.report();
+  EXPECT_NE(report.find("RESPONSE ENVELOPES, ELEMENT GROUP  1"), std::string::npos);
+  EXPECT_EQ(report.find("RESPONSE ENVELOPES, ELEMENT GROUP  2"), std::string::npos);
+  EXPECT_NE(report.find("RESPONSE ENVELOPES, ELEMENT GROUP  3"), std::string::npos);
 }
 
 StateLogRecord change(int number) {
@@ -335,6 +412,28 @@ TEST(StateLog, RecoveringGoesBackToTheSavedRecords) {
   commit_changes();
   EXPECT_TRUE(ends_behind(2));
   EXPECT_EQ(logged(2), (std::vector<int>{11, 14}));
+}
+
+// A determination at zero increment before the first step may log a change. Nothing has committed it when the step
+// saves its start, and the next determination logs it again.
+TEST(StateLog, ARecordThatNoUpdateHadCommittedIsNotKeptByARestep) {
+  Line line(3, two_groups(), 2);
+  open_tape(UNIT_STATE_LOG, "OVRLOAD", true);
+  line.build();
+  log_state_change(change(11));  // at zero increment
+  FILE(units.NT15, "REWI");
+  save_states();
+  drop_uncommitted_changes();  // the step's determination begins
+  log_state_change(change(11));
+  commit_changes();
+  FILE(units.NT15, "REWI");
+  recover_states();  // restep
+  EXPECT_EQ(state_log.committed, 0);
+  drop_uncommitted_changes();
+  log_state_change(change(11));
+  commit_changes();
+  EXPECT_TRUE(ends_behind(1));
+  EXPECT_EQ(logged(1), std::vector<int>{11});
 }
 
 TEST(StateLog, ANewModelBeginsANewLog) {

@@ -208,6 +208,15 @@ TEST(StatOutput, AFatalCardEndsTheSegmentWithItsCode) {
   EXPECT_EQ(count_of(run.report, "LOAD SEGMENT NO."), 2) << "the second segment reads its cards";
 }
 
+TEST(StatOutput, AFatalCardOfADataCheckShowsInTheExitStatus) {
+  TrussDeck deck = bar(0.5);
+  deck.command = "CHEC";
+  deck.stat({{}});
+  std::string text = deck.text();
+  text.replace(text.find("    1    0              0    1") + 25, 5, "    6");
+  EXPECT_EQ(run_deck(text).status, 3);
+}
+
 TEST(StatOutput, StiffnessBySteps) {
   // Without iteration control the stiffness is formed once a macro, whatever the number of steps.
   TrussDeck deck = bar(0.5);

@@ -108,6 +108,23 @@ TEST(TrussCurve, AForceBeyondTheCurveHasNoDeformation) {
   EXPECT_FALSE(find_deformation(sample(), -1.5, -1.5).has_value());
 }
 
+// A plateau force is not missed by the rounding of a division; what differs by more is another force.
+TEST(TrussCurve, AForceWithin1EMinus12OfAnOrdinateIsThatOrdinate) {
+  const Curve curve = sample();
+  for (const double P : {-1.0, 1.0, 2.0}) {
+    for (const double side : {-1.0, 1.0}) {
+      const double near = P * (1.0 + side * 0.9e-12);
+      EXPECT_EQ(force_at_ordinate(curve, near), P);
+      const double off = P * (1.0 + side * 1.1e-12);
+      EXPECT_EQ(force_at_ordinate(curve, off), off);
+    }
+  }
+  EXPECT_EQ(force_at_ordinate(curve, 1e-15), 1e-15) << "around zero nothing is near";
+  EXPECT_EQ(force_at_ordinate(curve, 1.5), 1.5);
+  EXPECT_FALSE(find_deformation(curve, force_at_ordinate(curve, 2.0 * (1.0 + 1.1e-12)), 2.0).has_value());
+  EXPECT_TRUE(find_deformation(curve, force_at_ordinate(curve, 2.0 * (1.0 + 0.9e-12)), 2.0).has_value());
+}
+
 TEST(TrussCurve, OnAFlatSegmentTheNearestEndIsTaken) {
   Curve curve{0, 0, 1, 1, 4, 1, 5, 2};
   complete_curve(curve);

@@ -38,12 +38,14 @@ void gather_values(const Gathering& from, const int* LM, int NDOF, ValueAt&& val
 }
 /// out = gathered u. The vectors here have NEQ1 entries and a zero sink.
 inline void gather(const Gathering& from, const int* LM, int NDOF, const double* u, double* out) {
-  gather_values(from, LM, NDOF, [u](int e) { return u[e - 1]; }, out);
+  gather_values(
+      from, LM, NDOF, [u](int e) { return u[e - 1]; }, out);
 }
 /// out = gathered u - u0.
 inline void gather_change(const Gathering& from, const int* LM, int NDOF, const double* u, const double* u0,
                           double* out) {
-  gather_values(from, LM, NDOF, [u, u0](int e) { return u[e - 1] - u0[e - 1]; }, out);
+  gather_values(
+      from, LM, NDOF, [u, u0](int e) { return u[e - 1] - u0[e - 1]; }, out);
 }
 
 /// Adds an element vector in global directions to an equation vector; turns `values` in place.

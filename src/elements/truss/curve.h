@@ -1,7 +1,8 @@
 // The force-deformation curve of a truss that serves as a multilinear elastic spring.
 //
-// Ten ordinates count. Deformations are ratios to the yield extension DY, forces ratios to the yield force FCURVE, which
-// is (SK1 + SK2) DY but for rounding, so a slope of 1 is the elastic stiffness. No hysteresis: the force follows the total extension.
+// Ten ordinates count. Deformations are ratios to the yield extension DY, forces ratios to the yield force FCURVE,
+// which is (SK1 + SK2) DY but for rounding, so a slope of 1 is the elastic stiffness. No hysteresis: the force follows
+// the total extension.
 #pragma once
 
 #include <optional>
@@ -24,8 +25,8 @@ void complete_curve(std::span<double, 2 * curve_pairs> pairs);
 CurvePoint walk_curve(CurvePairs pairs, double ratio);
 /// Slope of the segment of a code; 0 at both ends and on a segment without length.
 double curve_slope(CurvePairs pairs, int code);
-/// The force ratio itself, or that of the first ordinate from which it differs by 1E-12 of the ordinate or less: a force
-/// that was given as the plateau of a curve is not to miss it by the rounding of a division.
+/// The force ratio itself, or that of the first ordinate from which it differs by 1E-12 of the ordinate or less: a
+/// force that was given as the plateau of a curve is not to miss it by the rounding of a division.
 double force_at_ordinate(CurvePairs pairs, double ratio);
 /// Deformation ratio at which the curve bears a force ratio: of all segments that reach it the value nearest to
 /// `wanted`, the later one of two that are equally near. Nothing when no segment reaches the force.

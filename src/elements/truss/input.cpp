@@ -89,7 +89,8 @@ void add_mass_and_weight(const TrussRecord& truss) {
 [[noreturn]] void stop_no_deformation(const TrussCard& card) {
   write(units.NDOUT, "/,5X,'****ERROR****',5X,'NO CORRESPONDING DEFORMATION',' CAN BE FOUND FROM INITIAL FORCE ',E12.4",
         card.force);
-  complain(card.place(26, 35), "element " + std::to_string(card.number) + ": the curve bears the initial force nowhere");
+  complain(card.place(26, 35),
+           "element " + std::to_string(card.number) + ": the curve bears the initial force nowhere");
   CLOSUP();
 }
 
