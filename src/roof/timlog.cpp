@@ -53,10 +53,11 @@ TimeLog time_log(TimeTable& table, double disk, double cpu, double hours) {
   log.cpu[miscellaneous] = log.total_cpu;
   for (const Activity activity :
        {data_input, static_analysis, visco_static_analysis, dynamic_analysis, eigen_analysis}) {
-    log.disk[activity] = slot(table, disk_slot(activity));
-    log.cpu[activity] = slot(table, cpu_slot(activity));
-    log.disk[miscellaneous] -= log.disk[activity];
-    log.cpu[miscellaneous] -= log.cpu[activity];
+    const auto row = static_cast<std::size_t>(activity);
+    log.disk[row] = slot(table, disk_slot(activity));
+    log.cpu[row] = slot(table, cpu_slot(activity));
+    log.disk[miscellaneous] -= log.disk[row];
+    log.cpu[miscellaneous] -= log.cpu[row];
   }
   return log;
 }

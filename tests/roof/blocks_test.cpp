@@ -5,8 +5,8 @@
 
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <set>
+#include <sstream>
 #include <string>
 
 #include "run/units.h"
@@ -19,15 +19,18 @@ namespace fs = std::filesystem;
 
 /// Names of all block instances that the headers declare: "inline SomethingBlock name;" and the current element group.
 std::set<std::string> declared_blocks() {
-  const std::regex declaration("^inline (\\w+Block|GroupRecord) (\\w+);");
   std::set<std::string> names;
   const fs::path sources = fs::path(__FILE__).parent_path() / "../../src";
   for (const auto& entry : fs::recursive_directory_iterator(sources)) {
     if (entry.path().extension() != ".h") continue;
     std::ifstream in(entry.path());
-    std::smatch found;
-    for (std::string line; std::getline(in, line);)
-      if (std::regex_search(line, found, declaration)) names.insert(found[2]);
+    for (std::string line; std::getline(in, line);) {
+      std::istringstream words(line);
+      std::string keyword, type, name;
+      words >> keyword >> type >> name;
+      const bool is_block = type.ends_with("Block") || type == "GroupRecord";
+      if (keyword == "inline" && is_block && name.ends_with(';')) names.insert(name.substr(0, name.size() - 1));
+    }
   }
   return names;
 }
