@@ -169,6 +169,8 @@ void put_exponential(std::span<char> field, char letter, int decimals, int scale
 
 void put_general(std::span<char> field, int decimals, int scale, double value) {
   if (is_special(value)) return put_special(field, value);
+  // More digits than columns fit in no form.
+  if (decimals > static_cast<int>(field.size())) return fill_asterisks(field);
   int places = decimals - 1;
   if (decimals > 0 && !is_zero(value)) {
     Digits digits;

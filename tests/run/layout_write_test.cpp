@@ -203,6 +203,12 @@ TEST(ListDirected, RecordsBeginWithOneBlankAndHaveOneBetweenItems) {
             " 1\n");
 }
 
+TEST(LayoutWrite, AGeneralFieldWithMoreDigitsThanColumnsIsAsterisks) {
+  EXPECT_EQ(format("G30.5145", 1.5), std::string(30, '*'));
+  EXPECT_EQ(format("G30.5145", 0.0), std::string(30, '*'));
+  EXPECT_EQ(format("G12.13", 1.0e-30), std::string(12, '*'));
+}
+
 TEST(ListDirected, WhatIsNotFiniteIsAWord) {
   Scratch scratch;
   write_list(units.NDOUT, std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
