@@ -283,6 +283,56 @@ TEST(Stat, ASearchToleranceOfOneAcceptsTheFullLength) {
   EXPECT_NE(run.report.find("LINE SEARCH CONVERGED     END LINE SEARCH - STEP SIZE =    1.0000"), std::string::npos);
 }
 
+TEST(Stat, ResetOfTheFirstUnbalanceLeavesImposedDisplacements) {
+  TrussDeck deck = elastic_bar(0.0);
+  deck.prescribe(2, 1, 0.02);
+  deck.stat({{.IROB = 1, .pfactors = {1.0}}});
+  EXPECT_NEAR(displacement(run_deck(deck.text()).report, " X", 2), 0.02, 1e-12);
+}
+
+TEST(Stat, ANewSetOfPrescribedEquationsFormsTheStiffnessWhateverTheRulesSay) {
+  // The first segment has no iteration, so that its step passes the only phase in which the rules would form.
+  TrussDeck deck = elastic_bar(0.0);
+  deck.prescribe(2, 1, 0.02);
+  deck.stat({{.MAXIT = 0, .KTERM = 2, .KSSTF = 2, .KISTF = 0, .pfactors = {0.0}},
+             {.KSSTF = 2, .KISTF = 0, .pfactors = {1.0}}});
+  const RunResult run = run_deck(deck.text());
+  EXPECT_EQ(run.status, 0) << run.errors;
+  EXPECT_NEAR(displacement(run.report, " X", 2), 0.02, 1e-12);
+  EXPECT_EQ(progress_rows(run.progress).back().stiffness, "YES");
+}
+
+TEST(Stat, TheStateBeforeALostStepHasThePressuresOfItsLevel) {
+  // Perfectly plastic: yield force 1, load 1.5. At level 0.5 the force is 0.75 and the node pressure 50, so that the
+  // reported force is 0.75 - 0.3 * 2 * 50; the second step passes the yield force and is lost.
+  TrussDeck deck;
+  deck.node(0, 0, 0);
+  deck.node(10, 0, 0);
+  deck.fix(1, "111111");
+  deck.fix(2, "011111");
+  deck.material(1000, 0.0, 1, 1);
+  deck.section(1);
+  deck.bar(1, 2);
+  deck.pattern(2, 1.5, 0, 0);
+  deck.stat({{.STEP0 = 0.5, .NSTEPS = 2, .KTERM = 1}});
+  std::string text = deck.text();
+  const auto change = [&](const std::string& from, const std::string& to) {
+    const std::size_t at = text.find(from);
+    ASSERT_NE(at, std::string::npos) << from;
+    text.replace(at, from.size(), to);
+  };
+  const std::string yield = "        1.        1.\n";
+  change(yield, "        1.        1.       0.3\n");
+  change("    1    0    0    0    0    0    0    0\n", "    1    0    1    0    0    0    0    0\n");
+  change("\n\n   -1   -1   -1\n", "\n    1PRESSURE\n    1    2    1       0.0     100.0\n\n   -1   -1   -1\n");
+  change("        1.\n\n\n\n\n", "        1.\n\n        1.\n\n\n");
+  const RunResult run = run_deck(text);
+  EXPECT_EQ(run.status, 4) << run.errors;
+  EXPECT_NE(run.report.find(" SOLUTION IS NOT FINITE"), std::string::npos);
+  EXPECT_NEAR(truss_rows(run.report, 0)[0].force, 0.75 - 30.0, 1e-4);
+  EXPECT_NEAR(truss_rows(run.report, 1)[0].force, 0.75 - 30.0, 1e-4) << "printed again after the lost step";
+}
+
 /// Two bars at right angles, loaded by 3 and 4, and a moment of 7 on a free rotation.
 TrussDeck corner_with_moment() {
   TrussDeck deck;
