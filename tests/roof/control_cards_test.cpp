@@ -115,6 +115,20 @@ TEST(ControlCards, TheFileCardsTellWhatTheirCodesMean) {
     EXPECT_TRUE(has(report, meaning)) << meaning;
 }
 
+TEST(ControlCards, PagesHaveTheirHeadings) {
+  const std::string report = run_deck(plain_deck()).report;
+  const auto framed = [](const std::string& page, const std::string& heading, std::size_t stars) {
+    return page + std::string(stars, '*') + "\n" + heading + "\n " + std::string(stars, '*') + "\n";
+  };
+  EXPECT_TRUE(has(report, framed(" ", " PROBLEM INITIATION INFORMATION", 31)));
+  EXPECT_TRUE(has(report, framed("1", " STORAGE ALLOCATION INFORMATION", 31)));
+  EXPECT_TRUE(has(report, framed(" ", " PROBLEM SIZE CONTROL INFORMATION", 33)));
+  EXPECT_TRUE(has(report, "\n STATIC LOAD SPECIFICATION CONTROL INFORMATION\n"));
+  EXPECT_TRUE(has(report, "\n RESPONSE OUTPUT CONTROL INFORMATION\n"));
+  EXPECT_TRUE(has(report, count_line("RIGID BODY OUTPUT CODE", 0) + "          0=NO,  1=YES\n"));
+  EXPECT_TRUE(has(report, count_line("POST-PROCESSOR FILE TYPE", 0)));
+}
+
 TEST(ControlCards, TheFileTypeSetsTheSequenceLimit) {
   Scratch scratch(" NOFL    0\n NOFL   -1\n NOFL    2\n");
   for (const int limit : {-1, -1, 100}) {

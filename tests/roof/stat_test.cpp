@@ -276,6 +276,14 @@ TEST(Stat, ASearchOfOneTrialEndsWithTheFullLength) {
   EXPECT_NEAR(displacement(run.report, " X", 2), 0.06, 1e-7);
 }
 
+TEST(Stat, ASearchTellsALengthBeyondItsLimits) {
+  TrussDeck deck = yielding_bar();
+  deck.stat({{.USCALE = 1.0, .SUP = 0.1, .SLOW = 0.5, .TOLS = 0.5}});
+  EXPECT_NE(
+      run_deck(deck.text()).report.find("PREDICTED LINE SEARCH LENGTH OF    0.5000D+00 IS BEYOND SPECIFIED LIMITS"),
+      std::string::npos);
+}
+
 TEST(Stat, ASearchToleranceOfOneAcceptsTheFullLength) {
   TrussDeck deck = yielding_bar();
   deck.stat({{.USCALE = 1.0, .TOLS = 1.0}});

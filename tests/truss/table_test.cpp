@@ -3,6 +3,7 @@
 
 #include <limits>
 #include <string>
+#include <utility>
 
 #include "elements/contract/types.h"
 #include "model.h"
@@ -44,6 +45,36 @@ TEST(TypeTable, EveryRowHasItsCounts) {
     EXPECT_EQ(type.LAUX, row.LAUX) << row.ITYPE;
     EXPECT_EQ(type.LFIX + type.LTAN + type.LAUX, row.LEI) << row.ITYPE;
   }
+}
+
+TEST(TypeTable, EveryBuiltOrComingTypeHasTheTitleOfItsGroupEcho) {
+  const std::pair<int, const char*> titles[] = {{1, "THREE DIMENSIONAL TRUSS ELEMENTS"},
+                                                {2, "3-D LINEAR BEAM-COLUMN WITH GEOMETRIC STIFFNESS"},
+                                                {3, "LINEAR BEAM ELEMENT"},
+                                                {4, "INELASTIC BEAM-COLUMN ELEMENTS - PARALLEL"},
+                                                {5, "THREE DIMENSIONAL GAP-FRICTION ELEMENTS"},
+                                                {7, "LINEAR BEAM WAVE ELEMENT"},
+                                                {8, "MARSHALL STRUT ELEMENTS"},
+                                                {9, "TRUL NEAR FIELD SOIL-PILE INTERACTION ELEMENTS"},
+                                                {10, "THREE DIMENSIONAL CABLE ELEMENTS"},
+                                                {11, "SHIM ELEMENTS"},
+                                                {13, "INELASTIC BM-COL WITH TWO GAUSSES STATION ELEMENTS"},
+                                                {14, "INELASTIC BEAM-COLUMN ELEMENTS"},
+                                                {15, "ANCHOR-SPRING"},
+                                                {16, "JOINT STIFFNESS"},
+                                                {17, "JOINT DAMPER"},
+                                                {18, "3D FIBER BEAM COLUMN ELEMENT"},
+                                                {19, "3D FIBER HINGE BEAM COLUMN ELEMENT"},
+                                                {20, "DECK INUNDATION ELEMENT"},
+                                                {21, "INELASTIC BEAM-COLUMN ELEMENTS - PARALLEL"},
+                                                {22, "THREE DIMENSIONAL STIFFNESS ELEMENTS"},
+                                                {23, "THREE DIMENSIONAL SLIP-SLIDE ELEMENTS"},
+                                                {24, "LARGE-BODY WAVE ELEMENT"},
+                                                {25, "DIFFRACTION-BASED WAVE ELEMENT"},
+                                                {26, "LUMPED NODE ELEMENT"},
+                                                {27, "3-D LINEAR BEAM-COLUMN WITH GEOMETRIC STIFFNESS AND VIV"},
+                                                {28, "PLATE BENDING ELEMENTS"}};
+  for (const auto& [ITYPE, title] : titles) EXPECT_STREQ(element_type(ITYPE).title, title) << ITYPE;
 }
 
 TEST(TypeTable, TheVariableTypeHasNoCountsOfItsOwn) {
