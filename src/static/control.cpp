@@ -7,7 +7,7 @@ namespace tidearc {
 
 namespace {
 
-/// The told decision on a count: at 1 it begins anew; at the awaited count, or with an event, it is due again.
+/// The decision on a count: at 1 it begins anew; at the awaited count, or with an event, it is due again.
 bool due(int count, int interval, bool event, int& next) {
   if (count == 1) {
     next = 1 + interval;
