@@ -3,6 +3,7 @@
 #include "model/masses.h"
 
 #include "model/node_values.h"
+#include "model/patterns.h"
 #include "run/layout.h"
 #include "run/stops.h"
 #include "run/vectors.h"
@@ -73,6 +74,24 @@ NodeValues total_masses(ConstReals AMASS) {
 }
 
 }  // namespace
+
+void carve_mass_vectors() {
+  constexpr int phase = 3;
+  masses.AMASS = carve_reals(NEQ1());
+  masses.MARKS = carve_integers(NEQ1());
+  check_storage(phase);
+}
+
+void carve_element_vectors() {
+  constexpr int phase = 4;
+  masses.KEDATP = carve_reals(NEQ1());
+  patterns.KSELFW = carve_reals(NEQ1());
+  patterns.KBUOYV = carve_reals(NEQ1());
+  patterns.KCURRV = carve_reals(NEQ1());
+  check_storage(phase);
+  for (const int vector : {masses.KEDATP, patterns.KSELFW, patterns.KBUOYV, patterns.KCURRV})
+    RZERO(pool.reals(vector, NEQ1()).data(), NEQ1());
+}
 
 void MASSIN() {
   const Reals AMASS = pool.reals(masses.AMASS, NEQ1());

@@ -17,6 +17,12 @@ static_assert(std::is_trivially_copyable_v<MassBlock>);
 
 inline constexpr int mark_mass = 2;  ///< mark of an equation to which a mass command has added
 
+/// Lays AMASS and MARKS down (storage phase 3) when the equations have been numbered.
+void carve_mass_vectors();
+/// Lays the vectors down that element input fills (storage phase 4) and sets them to zero: element masses, self weight,
+/// buoyancy, static current.
+void carve_element_vectors();
+
 /// Mass commands (sizes.NMASS cards): clears AMASS and the marks, reads and echoes each command and adds its masses at
 /// the equations of its nodes, in the nodes' own axes; prints the table of command masses unless renumbering follows
 /// (sizes.IBANDW not 0). A node out of range or a negative difference is a data error: the command is skipped.

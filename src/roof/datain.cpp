@@ -24,7 +24,6 @@
 #include "run/stops.h"
 #include "run/tapefile.h"
 #include "run/units.h"
-#include "run/vectors.h"
 #include "run/workpool.h"
 #include "solve/arrays.h"
 #include "solve/solve.h"
@@ -39,8 +38,6 @@ namespace {
 /// Storage phases of the checks that are made here.
 constexpr int phase_nodes = 1;
 constexpr int phase_systems = 2;
-constexpr int phase_masses = 3;
-constexpr int phase_elements = 4;
 constexpr int phase_stiffness = 10;
 
 constexpr int most_energy_equations = 60000;
@@ -103,20 +100,8 @@ void read_masses() {
     complain(not_on_deck, format("'the model has',I8,' equations, fewer than',I8,' are possible'", sizes.NEQ, MAXDOF));
     CLOSUP();
   }
-  masses.AMASS = carve_reals(NEQ1());
-  masses.MARKS = carve_integers(NEQ1());
-  check_storage(phase_masses);
+  carve_mass_vectors();
   MASSIN();
-}
-
-void carve_element_vectors() {
-  masses.KEDATP = carve_reals(NEQ1());
-  patterns.KSELFW = carve_reals(NEQ1());
-  patterns.KBUOYV = carve_reals(NEQ1());
-  patterns.KCURRV = carve_reals(NEQ1());
-  check_storage(phase_elements);
-  for (const int vector : {masses.KEDATP, patterns.KSELFW, patterns.KBUOYV, patterns.KCURRV})
-    RZERO(pool.reals(vector, NEQ1()).data(), NEQ1());
 }
 
 void read_elements(const CardLines& lines) {

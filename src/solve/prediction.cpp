@@ -29,7 +29,6 @@ void begin_prediction(double R, int MAXIT) {
 
 bool predict_nonconvergence(int NI, double R, double TOL, const PredictionRules& rules) {
   PredictionBlock& p = prediction;
-  if (NI == 1) begin_prediction(R, rules.MAXIT);
   if (NI == 1) return p.KPFLAG == 1;
   if (rules.KPRED == 0) {
     p.KPFLAG = NI >= rules.MAXIT ? 1 : 0;

@@ -24,7 +24,7 @@ struct PredictionRules {
   double GRACE;  ///< grace ratio
 };
 
-/// Begins the memory of a step: the unbalance R after its first iteration.
+/// Begins the memory of a step with the unbalance R after its first iteration, whether that converged or not.
 void begin_prediction(double R, int MAXIT);
 
 /// After iteration NI with unbalance R above TOL: true when non-convergence is predicted. Prints its estimate.

@@ -35,7 +35,6 @@ bool keeps_step_start() { return segment.KTERM == 0 || segment.KISTA < segment.M
 
 /// State at the step start on NT15: element states, then U, DDIS, LEVEL and R.
 void save_step_start() {
-  RCOPY(equation_vector(arrays.DSTEP).data(), equation_vector(arrays.U).data(), NEQ1());
   if (!keeps_step_start()) return;
   FILE(units.NT15, "REWI");
   save_states();

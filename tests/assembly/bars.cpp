@@ -1,6 +1,7 @@
 // Bars between a few nodes.
 #include "bars.h"
 
+#include "../support/element_model.h"
 #include "elements/contract/group.h"
 #include "elements/contract/pass.h"
 #include "elements/contract/state_log.h"
@@ -33,26 +34,6 @@ std::string group_cards(const std::vector<Bar>& bars) {
   return cards;
 }
 
-void reset_blocks() {
-  close_all_tapes();
-  run = {};
-  units = {};
-  sizes = {};
-  static_loads = {};
-  output = {};
-  storage = {};
-  nodes = {};
-  masses = {};
-  patterns.have_temperatures = false;
-  arrays = {};
-  response = {};
-  solver = {};
-  state_log = {};
-  element_counts = {};
-  group = {};
-  element = {};
-}
-
 void place_nodes(const std::vector<BarNode>& model_nodes) {
   const int n = sizes.NUMNP = static_cast<int>(model_nodes.size());
   nodes.ID = carve_integers(6LL * n);
@@ -83,17 +64,12 @@ double entry(int matrix, int i, int j) {
 
 BarModel::BarModel(const std::vector<BarNode>& model_nodes, const std::vector<Bar>& bars)
     : scratch_(group_cards(bars)) {
-  reset_blocks();
-  pool.release();
+  reset_model();
   pool.allocate(pool_words);
   sizes.NELGR = bars.empty() ? 0 : 1;
   place_nodes(model_nodes);
-  masses.AMASS = carve_reals(NEQ1());
-  masses.MARKS = carve_integers(NEQ1());
-  masses.KEDATP = carve_reals(NEQ1());
-  patterns.KSELFW = carve_reals(NEQ1());
-  patterns.KBUOYV = carve_reals(NEQ1());
-  patterns.KCURRV = carve_reals(NEQ1());
+  carve_mass_vectors();
+  carve_element_vectors();
   ELDATA();
   carve_analysis_arrays();
   solver.KASM = carve_reals(solver.NSTO);
@@ -102,10 +78,7 @@ BarModel::BarModel(const std::vector<BarNode>& model_nodes, const std::vector<Ba
   LODELM();
 }
 
-BarModel::~BarModel() {
-  reset_blocks();
-  pool.release();
-}
+BarModel::~BarModel() { reset_model(); }
 
 double BarModel::stiffness(int i, int j) const { return i > j ? entry(solver.KASM, j, i) : entry(solver.KASM, i, j); }
 double BarModel::factor(int i, int j) const { return entry(solver.KFAC, i, j); }

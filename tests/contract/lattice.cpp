@@ -1,5 +1,6 @@
 #include "lattice.h"
 
+#include "../support/element_model.h"
 #include "elements/contract/group.h"
 #include "elements/contract/pass.h"
 #include "elements/contract/state_log.h"
@@ -22,26 +23,6 @@ namespace tidearc::test {
 
 namespace {
 
-void reset_blocks() {
-  close_all_tapes();
-  run = {};
-  units = {};
-  sizes = {};
-  storage = {};
-  nodes = {};
-  masses = {};
-  patterns.have_temperatures = false;
-  arrays = {};
-  response = {};
-  solver = {};
-  state_log = {};
-  element_counts = {};
-  group = {};
-  element = {};
-  calls.clear();
-  reset_gravity();
-}
-
 void turn_first_node() {
   pool.integers(nodes.ICS, sizes.NUMNP)(1) = 1;
   const RealTable axes = axes_of(1);
@@ -53,8 +34,8 @@ void turn_first_node() {
 }  // namespace
 
 Line::Line(int node_count, const std::string& cards, int groups, bool turned, int pool_words) : scratch_(cards) {
-  reset_blocks();
-  pool.release();
+  reset_model();
+  calls.clear();
   pool.allocate(pool_words);
   sizes.NUMNP = node_count;
   sizes.NELGR = groups;
@@ -71,18 +52,11 @@ Line::Line(int node_count, const std::string& cards, int groups, bool turned, in
     for (int c = 1; c <= 6; ++c) node_ID()(n, c) = n < node_count && c <= 3 ? 3 * (n - 1) + c : NEQ1();
   }
   if (turned) turn_first_node();
-  masses.AMASS = carve_reals(NEQ1());
-  masses.MARKS = carve_integers(NEQ1());
-  masses.KEDATP = carve_reals(NEQ1());
-  patterns.KSELFW = carve_reals(NEQ1());
-  patterns.KBUOYV = carve_reals(NEQ1());
-  patterns.KCURRV = carve_reals(NEQ1());
+  carve_mass_vectors();
+  carve_element_vectors();
 }
 
-Line::~Line() {
-  reset_blocks();
-  pool.release();
-}
+Line::~Line() { reset_model(); }
 
 void Line::lay_down_arrays() {
   carve_analysis_arrays();

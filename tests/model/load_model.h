@@ -62,12 +62,8 @@ class LoadModel {
     lay_nodes_down();
     lay_axes_down();
     number_equations();
-    masses.AMASS = carve_reals(NEQ1());
-    masses.MARKS = carve_integers(NEQ1());
-    masses.KEDATP = carve_reals(NEQ1());
-    patterns.KSELFW = carve_reals(NEQ1());
-    patterns.KBUOYV = carve_reals(NEQ1());
-    patterns.KCURRV = carve_reals(NEQ1());
+    carve_mass_vectors();
+    carve_element_vectors();
     return *this;
   }
 

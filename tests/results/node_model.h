@@ -33,20 +33,6 @@ inline void free_nodes(int NUMNP, int words_of_pool = 200000) {
   }
 }
 
-inline std::vector<std::string> lines_of(const std::string& text) {
-  std::vector<std::string> lines;
-  std::string line;
-  for (const char c : trimmed(text)) {
-    if (c == '\n') {
-      lines.push_back(line);
-      line.clear();
-    } else {
-      line += c;
-    }
-  }
-  return lines;
-}
-
 /// The line that follows the first one equal to `line`, at a distance; empty when there is none.
 inline std::string line_after(const std::string& text, const std::string& line, std::size_t distance = 1) {
   const std::vector<std::string> lines = lines_of(text);

@@ -165,14 +165,7 @@ TEST(Layout, AMatrixThatDoesNotFitStopsAfterItsLine) {
 }
 
 TEST(Layout, PrescribedPatternsNeedNoForcePattern) {
-  TrussDeck deck;
-  deck.node(0, 0, 0);
-  deck.node(10, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "011111");
-  deck.material(1000);
-  deck.section(1);
-  deck.bar(1, 2);
+  TrussDeck deck = bar_along_x();
   deck.prescribe(2, 1, 0.02);
   deck.stat({{.factors = {}, .pfactors = {1.0}}});
   const RunResult run = run_deck(deck.text());

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "run_deck.h"
+#include "scratch.h"
 #include "truss_deck.h"
 
 namespace tidearc::test {
@@ -18,25 +19,11 @@ constexpr int line_sizes = 4;
 
 /// Two nodes, one elastic bar, one load, one segment.
 TrussDeck bar_deck() {
-  TrussDeck deck;
-  deck.node(0, 0, 0);
-  deck.node(10, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "011111");
-  deck.material(1000);
-  deck.section(1);
-  deck.bar(1, 2);
-  deck.pattern(2, 1, 0, 0);
+  TrussDeck deck = loaded_bar(1);
   deck.stat({{}});
   return deck;
 }
 
-std::vector<std::string> lines_of(const std::string& text) {
-  std::vector<std::string> lines;
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);) lines.push_back(line);
-  return lines;
-}
 std::string joined(const std::vector<std::string>& lines) {
   std::string text;
   for (const std::string& line : lines) text += line + "\n";

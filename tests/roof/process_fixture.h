@@ -48,18 +48,7 @@ class ProcessRun {
 };
 
 /// Two nodes, one elastic bar, one load of 1 along X; macros are to be added.
-inline TrussDeck bar_without_macros() {
-  TrussDeck deck;
-  deck.node(0, 0, 0);
-  deck.node(10, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "011111");
-  deck.material(1000);
-  deck.section(1);
-  deck.bar(1, 2);
-  deck.pattern(2, 1, 0, 0);
-  return deck;
-}
+inline TrussDeck bar_without_macros() { return loaded_bar(1); }
 
 inline bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 inline int count(const std::string& text, const std::string& part) {

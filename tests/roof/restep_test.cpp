@@ -19,18 +19,7 @@ std::string restep_card(const char* stepmin, int attempts, int itlow, const char
 }
 
 /// One bar of length 10 along X: EA 1000, yield at force 1, hardening `ratio`.
-TrussDeck bar(double ratio, double load) {
-  TrussDeck deck;
-  deck.node(0, 0, 0);
-  deck.node(10, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "011111");
-  deck.material(1000, ratio, 1, 1);
-  deck.section(1);
-  deck.bar(1, 2);
-  deck.pattern(2, load, 0, 0);
-  return deck;
-}
+TrussDeck bar(double ratio, double load) { return loaded_bar(load, ratio, 1.0); }
 
 bool has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 

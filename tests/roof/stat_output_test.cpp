@@ -12,18 +12,7 @@ namespace tidearc::test {
 namespace {
 
 /// One bar of length 10 along X: EA 1000, yield at force 1, hardening 0.1.
-TrussDeck bar(double load) {
-  TrussDeck deck;
-  deck.node(0, 0, 0);
-  deck.node(10, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "011111");
-  deck.material(1000, 0.1, 1, 1);
-  deck.section(1);
-  deck.bar(1, 2);
-  deck.pattern(2, load, 0, 0);
-  return deck;
-}
+TrussDeck bar(double load) { return loaded_bar(load, 0.1, 1.0); }
 
 RunResult run_segment(const SegmentCards& segment, double load = 0.5) {
   TrussDeck deck = bar(load);

@@ -11,32 +11,10 @@ namespace tidearc::test {
 namespace {
 
 /// One bar of length 10 along X, EA 1000, pulled at node 2 by 1.5: hardening 0.1, yield force 1.
-TrussDeck yielding_bar(double load = 1.5) {
-  TrussDeck deck;
-  const int fixed = deck.node(0, 0, 0);
-  const int loaded = deck.node(10, 0, 0);
-  deck.fix(fixed, "111111");
-  deck.fix(loaded, "011111");
-  deck.material(1000, 0.1, 1, 1);
-  deck.section(1);
-  deck.bar(fixed, loaded);
-  deck.pattern(loaded, load, 0, 0);
-  return deck;
-}
+TrussDeck yielding_bar(double load = 1.5) { return loaded_bar(load, 0.1, 1.0); }
 
 /// The same bar without yield: u = load * L / EA.
-TrussDeck elastic_bar(double load = 1.0) {
-  TrussDeck deck;
-  deck.node(0, 0, 0);
-  deck.node(10, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "011111");
-  deck.material(1000);
-  deck.section(1);
-  deck.bar(1, 2);
-  deck.pattern(2, load, 0, 0);
-  return deck;
-}
+TrussDeck elastic_bar(double load = 1.0) { return loaded_bar(load); }
 
 TEST(Stat, YieldingBarNeedsTwoIterationsAndEndsOnTheHardeningBranch) {
   // EA/L is 100; yield at u 0.01 and force 1, then 10 per unit: 0.5 more takes 0.05. The first iteration reaches
@@ -313,15 +291,7 @@ TEST(Stat, ANewSetOfPrescribedEquationsFormsTheStiffnessWhateverTheRulesSay) {
 TEST(Stat, TheStateBeforeALostStepHasThePressuresOfItsLevel) {
   // Perfectly plastic: yield force 1, load 1.5. At level 0.5 the force is 0.75 and the node pressure 50, so that the
   // reported force is 0.75 - 0.3 * 2 * 50; the second step passes the yield force and is lost.
-  TrussDeck deck;
-  deck.node(0, 0, 0);
-  deck.node(10, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "011111");
-  deck.material(1000, 0.0, 1, 1);
-  deck.section(1);
-  deck.bar(1, 2);
-  deck.pattern(2, 1.5, 0, 0);
+  TrussDeck deck = loaded_bar(1.5, 0.0, 1.0);
   deck.stat({{.STEP0 = 0.5, .NSTEPS = 2, .KTERM = 1}});
   std::string text = deck.text();
   const auto change = [&](const std::string& from, const std::string& to) {

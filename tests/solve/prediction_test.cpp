@@ -17,6 +17,7 @@ constexpr PredictionRules rules_from_second{.MAXIT = 10, .KPRED = 2, .WPRED = 1.
 bool predict(std::initializer_list<double> history, double TOL, const PredictionRules& rules) {
   bool flag = false;
   int NI = 0;
+  begin_prediction(*history.begin(), rules.MAXIT);
   for (const double R : history) flag = predict_nonconvergence(++NI, R, TOL, rules);
   return flag;
 }

@@ -75,21 +75,6 @@ struct Cards {
   }
 };
 
-/// The lines of a text, trailing blanks removed.
-inline std::vector<std::string> lines_of(const std::string& text) {
-  std::vector<std::string> lines;
-  std::string line;
-  for (const char c : trimmed(text)) {
-    if (c == '\n') {
-      lines.push_back(line);
-      line.clear();
-    } else {
-      line += c;
-    }
-  }
-  return lines;
-}
-
 /// Number of lines of a text that equal `line`.
 inline int count_line(const std::string& text, const std::string& line) {
   int count = 0;

@@ -13,13 +13,6 @@ namespace tidearc::test {
 
 namespace {
 
-std::vector<std::string> lines_of(const std::string& text) {
-  std::vector<std::string> lines;
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);) lines.push_back(line);
-  return lines;
-}
-
 /// Indices of the lines that contain a text.
 std::vector<std::size_t> places(const std::vector<std::string>& lines, const std::string& part) {
   std::vector<std::size_t> found;

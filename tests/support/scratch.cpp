@@ -69,4 +69,11 @@ std::string trimmed(const std::string& text) {
   return result;
 }
 
+std::vector<std::string> lines_of(const std::string& text) {
+  std::istringstream in(trimmed(text));
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  return lines;
+}
+
 }  // namespace tidearc::test

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tidearc::test {
 
@@ -33,7 +34,8 @@ class Scratch {
 /// Runs `action`; the exit status when it stopped the process, nothing when it came back.
 std::optional<int> stop_of(const std::function<void()>& action);
 
-/// Lines of a text with trailing blanks removed.
+/// A text with the trailing blanks of its lines removed; and its lines, one by one.
 std::string trimmed(const std::string& text);
+std::vector<std::string> lines_of(const std::string& text);
 
 }  // namespace tidearc::test

@@ -128,4 +128,22 @@ std::string TrussDeck::problem() const {
 
 std::string TrussDeck::text() const { return problem() + " STOP\n"; }
 
+TrussDeck bar_along_x(double ratio, double yield) {
+  TrussDeck deck;
+  deck.node(0, 0, 0);
+  deck.node(10, 0, 0);
+  deck.fix(1, "111111");
+  deck.fix(2, "011111");
+  deck.material(1000, ratio, yield, yield);
+  deck.section(1);
+  deck.bar(1, 2);
+  return deck;
+}
+
+TrussDeck loaded_bar(double load, double ratio, double yield) {
+  TrussDeck deck = bar_along_x(ratio, yield);
+  deck.pattern(2, load, 0, 0);
+  return deck;
+}
+
 }  // namespace tidearc::test

@@ -66,4 +66,10 @@ class TrussDeck {
       prescribed_count_ = 0;
 };
 
+/// One bar of length 10 and EA 1000 along X from a fixed node 1 to node 2, which moves along X alone; EA/L is 100. With
+/// a yield stress it yields at that force in tension and compression and hardens by `ratio`.
+TrussDeck bar_along_x(double ratio = 0.0, double yield = 0.0);
+/// The same, pulled at node 2.
+TrussDeck loaded_bar(double load, double ratio = 0.0, double yield = 0.0);
+
 }  // namespace tidearc::test

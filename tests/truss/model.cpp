@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "../support/element_model.h"
 #include "elements/contract/state_log.h"
 #include "elements/contract/work.h"
 #include "model/control.h"
@@ -38,25 +39,6 @@ std::string ElementText::card() const {
 }
 
 namespace {
-
-void reset_blocks() {
-  close_all_tapes();
-  run = {};
-  units = {};
-  sizes = {};
-  storage = {};
-  nodes = {};
-  masses = {};
-  patterns.have_temperatures = false;
-  arrays = {};
-  response = {};
-  solver = {};
-  state_log = {};
-  element_counts = {};
-  group = {};
-  element = {};
-  reset_gravity();
-}
 
 void place_nodes(const std::vector<ModelNode>& model_nodes) {
   const int n = sizes.NUMNP;
@@ -95,8 +77,7 @@ void number_equations(const std::vector<ModelNode>& model_nodes) {
 Model::Model(const std::vector<ModelNode>& model_nodes, const std::string& cards, int groups,
              const std::vector<std::vector<double>>& axes, int pool_words)
     : scratch_(cards) {
-  reset_blocks();
-  pool.release();
+  reset_model();
   pool.allocate(pool_words);
   sizes.NUMNP = static_cast<int>(model_nodes.size());
   sizes.NELGR = groups;
@@ -106,18 +87,11 @@ Model::Model(const std::vector<ModelNode>& model_nodes, const std::string& cards
     std::memcpy(axes_of(s).data(), axes[static_cast<std::size_t>(s - 1)].data(), 9 * sizeof(double));
   }
   number_equations(model_nodes);
-  masses.AMASS = carve_reals(NEQ1());
-  masses.MARKS = carve_integers(NEQ1());
-  masses.KEDATP = carve_reals(NEQ1());
-  patterns.KSELFW = carve_reals(NEQ1());
-  patterns.KBUOYV = carve_reals(NEQ1());
-  patterns.KCURRV = carve_reals(NEQ1());
+  carve_mass_vectors();
+  carve_element_vectors();
 }
 
-Model::~Model() {
-  reset_blocks();
-  pool.release();
-}
+Model::~Model() { reset_model(); }
 
 void Model::lay_down_arrays() {
   carve_analysis_arrays();
