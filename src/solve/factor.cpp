@@ -115,29 +115,6 @@ bool is_panel(const Reduction& f, int c) {
   return true;
 }
 
-// Loads that prescribed displacements put on free equations, through the unreduced coefficients that prescribed columns
-// and rows keep.
-void couple_prescribed(const Profile<const double>& K, ConstIntegers MSTAT, Reals R) {
-  if (all_free(MSTAT, K.NEQ)) return;
-  for (int c = 2; c <= K.NEQ; ++c) {
-    if (K.height(c) == 1) continue;
-    if (is_free(MSTAT, c)) {
-      double s = 0.0;
-      RUNOP(product_prescribed, {R, K.column(c)}, MSTAT, s, K.top(c), c - 1);
-      R(c) -= s;
-    } else if (R(c) != 0.0) {
-      double x = R(c);
-      RUNOP(subtract, {R, K.column(c)}, MSTAT, x, K.top(c), c - 1);
-    }
-  }
-}
-
-int first_loaded(ConstReals R, int NEQ) {
-  int f = 1;
-  while (f < NEQ - 1 && R(f) == 0.0) ++f;
-  return f;
-}
-
 // R(c) -= L(., c) . R for one column, its sum begun by the caller over the rows before `from`.
 void substitute_column(const Profile<const double>& K, ConstIntegers MSTAT, Reals R, int c, double s, int from) {
   RUNOP(product, {R, K.column(c)}, MSTAT, s, from, c - 1);
@@ -155,22 +132,6 @@ void substitute_panel(const Profile<const double>& K, ConstIntegers MSTAT, Reals
   panel_products(panel.column, R, MSTAT, s, common, c - 1);
   for (std::size_t k = 0; k < panel_width; ++k) {
     substitute_column(K, MSTAT, R, panel.number(k), s[k], std::max({panel.top[k], f, c}));
-  }
-}
-
-void forward_substitute(const Profile<const double>& K, ConstIntegers MSTAT, Reals R, int f) {
-  for_free_runs(MSTAT, f + 1, K.NEQ, [&](int lo, int hi) {
-    int c = lo;
-    for (; c + panel_width - 1 <= hi; c += panel_width) substitute_panel(K, MSTAT, R, c, f);
-    for (; c <= hi; ++c) substitute_column(K, MSTAT, R, c, 0.0, std::max(K.top(c), f));
-  });
-}
-
-void back_substitute(const Profile<const double>& K, ConstIntegers MSTAT, Reals R) {
-  for (int c = K.NEQ; c >= 2; --c) {
-    if (!is_free(MSTAT, c)) continue;
-    double x = R(c);
-    RUNOP(subtract, {R, K.column(c)}, MSTAT, x, K.top(c), c - 1);
   }
 }
 
@@ -205,6 +166,101 @@ ZeroPivot reduce_symmetric(const Profile<double>& K, ConstIntegers MSTAT, int KF
     if (row != 0) return {K.IDIAG(row), row};
   }
   return {};
+}
+
+// One column after the other; stretches of a matrix that stands in blocks.
+namespace {
+
+double row_sum(const Profile<double>& K, const Profile<const double>& rows, const ReductionRange& range, int c, int r) {
+  double s = 0.0;
+  const Reals column = K.column(c);
+  const ConstReals above = rows.column(r);
+  const int from = std::max(K.top(c), rows.top(r));
+  RUNOP(product_pivot, {column, above, range.D, {}}, range.MSTAT, s, from, std::min(r, range.KROW0) - 1);
+  RUNOP(product, {column, above, {}, {}}, range.MSTAT, s, std::max(from, range.KROW0), r - 1);
+  return s;
+}
+
+void reduce_column(const Profile<double>& K, const Profile<const double>& rows, const ReductionRange& range, int c,
+                   int lo, int hi) {
+  for_free_runs(range.MSTAT, std::max({lo, K.top(c) + 1, range.KROW0}), hi, [&](int r1, int r2) {
+    for (int r = r1; r <= r2; ++r) {
+      if (rows.height(r) > 1) K.column(c)(r) -= row_sum(K, rows, range, c, r);
+    }
+  });
+}
+
+int divide_column(const Profile<double>& K, const ReductionRange& range, int c) {
+  const Reals column = K.column(c);
+  double s = 0.0;
+  RUNOP(product_pivot, {column, column, range.D, {}}, range.MSTAT, s, K.top(c), std::min(c, range.KROW0) - 1);
+  const int row =
+      RUNOP(divide_pivot, {column, range.D, {}, {}}, range.MSTAT, s, std::max(K.top(c), range.KROW0), c - 1);
+  if (row == 0) column(c) -= s;
+  return row;
+}
+
+}  // namespace
+
+void reduce_against(const Profile<double>& target, const Profile<const double>& source, const ReductionRange& range) {
+  for (int c = std::max(target.first, range.KFIRST); c <= target.NEQ; ++c) {
+    if (is_free(range.MSTAT, c)) reduce_column(target, source, range, c, source.first, source.NEQ);
+  }
+}
+
+ZeroPivot reduce_within(const Profile<double>& K, const ReductionRange& range) {
+  for (int c = K.first; c <= K.NEQ; ++c) {
+    if (c >= std::max(range.KFIRST, 2) && is_free(range.MSTAT, c) && K.height(c) > 1) {
+      reduce_column(K, K, range, c, K.first, c - 1);
+      if (const int row = divide_column(K, range, c)) return {row >= K.first ? K.IDIAG(row) : 0, row};
+    }
+    range.D(c) = K.diagonal(c);
+  }
+  return {};
+}
+
+// Through the unreduced coefficients that prescribed columns and rows keep.
+void couple_prescribed(const Profile<const double>& K, ConstIntegers MSTAT, Reals R) {
+  if (all_free(MSTAT, K.NEQ)) return;
+  for (int c = std::max(K.first, 2); c <= K.NEQ; ++c) {
+    if (K.height(c) == 1) continue;
+    if (is_free(MSTAT, c)) {
+      double s = 0.0;
+      RUNOP(product_prescribed, {R, K.column(c)}, MSTAT, s, K.top(c), c - 1);
+      R(c) -= s;
+    } else if (R(c) != 0.0) {
+      double x = R(c);
+      RUNOP(subtract, {R, K.column(c)}, MSTAT, x, K.top(c), c - 1);
+    }
+  }
+}
+
+int first_loaded(ConstReals R, int NEQ) {
+  int f = 1;
+  while (f < NEQ - 1 && R(f) == 0.0) ++f;
+  return f;
+}
+
+void forward_substitute(const Profile<const double>& K, ConstIntegers MSTAT, Reals R, int f) {
+  for_free_runs(MSTAT, std::max(f + 1, K.first), K.NEQ, [&](int lo, int hi) {
+    int c = lo;
+    for (; c + panel_width - 1 <= hi; c += panel_width) substitute_panel(K, MSTAT, R, c, f);
+    for (; c <= hi; ++c) substitute_column(K, MSTAT, R, c, 0.0, std::max(K.top(c), f));
+  });
+}
+
+void divide_by_pivots(ConstReals D, ConstIntegers MSTAT, Reals R, int f, int NEQ) {
+  for_free_runs(MSTAT, f, NEQ, [&](int lo, int hi) {
+    for (int e = lo; e <= hi; ++e) R(e) /= D(e);
+  });
+}
+
+void back_substitute(const Profile<const double>& K, ConstIntegers MSTAT, Reals R) {
+  for (int c = K.NEQ; c >= std::max(K.first, 2); --c) {
+    if (!is_free(MSTAT, c)) continue;
+    double x = R(c);
+    RUNOP(subtract, {R, K.column(c)}, MSTAT, x, K.top(c), c - 1);
+  }
 }
 
 void solve_symmetric(const Profile<const double>& K, ConstIntegers MSTAT, Reals R) {

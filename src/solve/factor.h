@@ -17,17 +17,46 @@ struct ZeroPivot {
   int equation = 0;
 };
 
-/// Brings the rows that are not final from the assembled matrix into the factor: everything when KFIRST is below 2,
-/// else the bottom min(c - KROW0 + 1, height) entries of every column c from KFIRST on. 1 <= KROW0 <= KFIRST.
+/// What the stretches of one reduction share.
+struct ReductionRange {
+  ConstIntegers MSTAT;  ///< status with run links, all equations
+  Reals D;              ///< pivots by equation, all equations
+  int KFIRST;           ///< first column to reduce
+  int KROW0;            ///< first row whose values are not final, 1..KFIRST
+};
+
+/// Brings the rows that are not final from the assembled matrix into the factor, in the columns that both stretches
+/// hold: everything when KFIRST is below 2, else the bottom min(c - KROW0 + 1, height) entries of every column c from
+/// KFIRST on.
 void copy_changed_rows(const Profile<const double>& assembled, Reals factor, int KFIRST, int KROW0);
 
-/// Reduces columns KFIRST..NEQ in place. Rows below KROW0 of those columns, and all columns below KFIRST, hold final
-/// factor values; the rest holds assembled values. Afterwards free columns hold L above their pivot, prescribed columns
-/// and rows hold assembled values. Stops at the first zero pivot by which a row would be divided; a zero pivot that no
-/// later column reaches is not seen.
+/// Reduces the free columns from KFIRST of `target` at the rows of `source`, a stretch of final columns that stands
+/// before it: entry (r, c) -= sum over the free rows above r that both columns reach. Stretches must come in rising
+/// order, so that the rows above are reduced; D must hold the pivots of all rows up to the end of `source`.
+void reduce_against(const Profile<double>& target, const Profile<const double>& source, const ReductionRange& range);
+
+/// Reduces the columns of a stretch against each other, then divides their rows from KROW0 by the pivots and reduces
+/// their own; sets D for every column of the stretch. Everything before the stretch has been reduced against. Stops at
+/// the first zero pivot by which a row would be divided; a zero pivot that no later column reaches is not seen.
+/// Afterwards free columns hold L above their pivot, prescribed columns and rows hold assembled values.
+ZeroPivot reduce_within(const Profile<double>& K, const ReductionRange& range);
+
+/// Reduces a whole matrix in place, its pivots on its diagonal.
 ZeroPivot reduce_symmetric(const Profile<double>& K, ConstIntegers MSTAT, int KFIRST, int KROW0);
 
-/// Solves with a reduced matrix. R has NEQ entries or more: loads of free equations in, their displacements out;
+/// The pieces of a solution, each for the columns of one stretch. R has an entry for every equation.
+/// Loads that prescribed displacements put on free equations.
+void couple_prescribed(const Profile<const double>& K, ConstIntegers MSTAT, Reals R);
+/// First equation with a load: 1..NEQ-1 (NEQ - 1 when only the last one has, at least 1).
+int first_loaded(ConstReals R, int NEQ);
+/// Forward substitution on columns above f; stretches come in rising order.
+void forward_substitute(const Profile<const double>& K, ConstIntegers MSTAT, Reals R, int f);
+/// R(e) /= D(e) for free equations f..NEQ.
+void divide_by_pivots(ConstReals D, ConstIntegers MSTAT, Reals R, int f, int NEQ);
+/// Back-substitution from the last column of the stretch to its first; stretches come in falling order.
+void back_substitute(const Profile<const double>& K, ConstIntegers MSTAT, Reals R);
+
+/// Solves with a whole reduced matrix. R has NEQ entries or more: loads of free equations in, their displacements out;
 /// entries of prescribed equations hold their displacements and stay.
 void solve_symmetric(const Profile<const double>& K, ConstIntegers MSTAT, Reals R);
 

@@ -17,8 +17,11 @@ struct SolverBlock {
   int NBLOCK = 1;  ///< matrix blocks, 1 when the whole matrix fits                                  [-]
   int MBLOCK = 0;  ///< length of a matrix block in reals                                           [-]
   int IDIAG = 1;   ///< pool index of the diagonal addresses, integers, NEQ
-  int KASM = 1;    ///< pool index of the assembled matrix, reals, NSTO
-  int KFAC = 1;    ///< pool index of the factor, reals, NSTO
+  int BLKEQ = 1;   ///< pool index of the number of equations of each block, integers, MAXBLK
+  int KASM =
+      1;  ///< pool index of the assembled matrix, reals, NSTO; first block buffer, MBLOCK, when NBLOCK is above 1
+  int KFAC = 1;    ///< pool index of the factor, reals, NSTO; second block buffer, MBLOCK, when NBLOCK is above 1
+  int NADDED = 0;  ///< element matrices on NT9 since the last block assembly                         [-]
   int KFIRST = 0;  ///< lowest equation touched since the last factorisation, 1..NEQ                [-]
   int KROW0 = 0;   ///< first row of a column whose stored values are not final                     [-]
   int KSTCHG = 0;  ///< 1: the set of prescribed equations has changed since the last factorisation [-]
@@ -34,5 +37,8 @@ static_assert(std::is_trivially_copyable_v<SolverBlock>);
 
 inline bool records_on_disk() { return solver.KSTOR == 2 || solver.KSTOR == -2; }
 inline bool unsymmetric() { return solver.KSTOR < 0; }
+inline bool blocked() { return solver.NBLOCK > 1; }
+
+inline constexpr int MAXBLK = 20;  ///< most matrix blocks
 
 }  // namespace tidearc
