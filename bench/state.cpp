@@ -1,14 +1,18 @@
-// State determination of elastic trusses for a model beyond the caches, beside a plain loop that only moves the
-// records.
+// State determination of elastic trusses for a model beyond the caches, in core and with the records on files, beside a
+// plain loop that only moves the records.
 //
-// The model is a square lattice of bars whose records are laid directly into the work array and onto the reference
-// file.
+// The model is a square lattice of bars whose records are written as element input writes them.
 #include <benchmark/benchmark.h>
+#include <unistd.h>
 
 #include <cstring>
+#include <filesystem>
+#include <string>
 #include <vector>
 
+#include "elements/contract/input.h"
 #include "elements/contract/pass.h"
+#include "elements/contract/stiffness.h"
 #include "elements/contract/walk.h"
 #include "elements/truss/geometry.h"
 #include "elements/truss/law.h"
@@ -56,9 +60,7 @@ void make_record(int number, int NODEI, int NODEJ) {
   truss.XL = geometry.length;
   std::memcpy(truss.DIR, geometry.DIR, sizeof(truss.DIR));
   form_truss_law(truss);
-  Word* record = pool.words(storage.KEDAT + truss_stride * (number - 1), truss_stride);
-  std::memcpy(record, record_words(), sizeof(TrussRecord));
-  FILE(units.NT12, "WRIT", group.LFIX, record_words());
+  write_element_record();
 }
 
 void make_records() {
@@ -71,6 +73,7 @@ void make_records() {
   group.LTAN = type.LTAN;
   group.LAUX = type.LAUX;
   group.LEI = type.LFIX + type.LTAN + type.LAUX;
+  element_counts = {bars, group.LEI};
   sizes.NELGR = 1;
   FILE(units.NT5, "WRIT", group_words, &group);
   int number = 0;
@@ -83,17 +86,47 @@ void make_records() {
   }
 }
 
-/// Laid down once, by the first benchmark.
-void lay_down_model() {
-  if (storage.MSTOR > 0) return;
-  pool.allocate(200000000);
-  storage.NEXT = 1;
-  place_nodes();
-  carve_analysis_arrays();
-  storage.KEDAT = storage.NEXT;
-  make_records();
-  for (int e = 1; e <= sizes.NEQ; ++e) equation_vector(arrays.U)(e) = 1.0e-6 * (e % 17);
-}
+/// A folder for the report and, in a disk job, the files of the records; removed with what it holds at the end.
+class Folder {
+ public:
+  Folder() : path_(std::filesystem::current_path() / ("bench-state-" + std::to_string(getpid()))) {
+    std::filesystem::create_directory(path_);
+    std::filesystem::current_path(path_);
+  }
+  ~Folder() {
+    std::filesystem::current_path(path_.parent_path());
+    std::filesystem::remove_all(path_);
+  }
+
+ private:
+  std::filesystem::path path_;
+};
+
+/// Lays the model down in one storage scheme; the destructor takes it away.
+class Model {
+ public:
+  explicit Model(int KSTOR) {
+    solver.KSTOR = KSTOR;
+    keep_scratch_in_memory(!records_on_disk());
+    pool.allocate(records_on_disk() ? 20000000 : 200000000);
+    storage.NEXT = 1;
+    place_nodes();
+    carve_analysis_arrays();
+    storage.KEDAT = storage.NEXT;
+    make_records();
+    LODELM();
+    for (int e = 1; e <= sizes.NEQ; ++e) equation_vector(arrays.U)(e) = 1.0e-6 * (e % 17);
+  }
+  ~Model() {
+    flush_all_units();
+    pool.release();
+    storage = {};
+    units = {};
+  }
+
+ private:
+  Folder folder_;
+};
 
 void tell_rate(benchmark::State& state) {
   state.counters["elements/s"] = benchmark::Counter(static_cast<double>(bars) * static_cast<double>(state.iterations()),
@@ -101,41 +134,47 @@ void tell_rate(benchmark::State& state) {
 }
 
 void state_determination(benchmark::State& state) {
-  lay_down_model();
+  const Model model(static_cast<int>(state.range(0)));
   for (auto _ : state) determine_states();
   tell_rate(state);
 }
-BENCHMARK(state_determination)->Unit(benchmark::kMillisecond)->MinTime(1.0);
+BENCHMARK(state_determination)->ArgName("KSTOR")->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond)->MinTime(1.0);
 
 /// The least that a determination moves: first portions from the reference, through a block, into the pool.
 void moving_the_records(benchmark::State& state) {
-  lay_down_model();
   const std::size_t bytes = bytes_of_words(element_type(1).LFIX);
   std::vector<Word> reference(static_cast<std::size_t>(bars) * 314, 1);
+  std::vector<Word> current(static_cast<std::size_t>(bars) * truss_stride, 1);
   std::vector<Word> block(314);
   for (auto _ : state) {
-    for (int i = 0; i < bars; ++i) {
-      std::memcpy(block.data(), reference.data() + static_cast<std::size_t>(i) * 314, bytes);
+    for (std::size_t i = 0; i < static_cast<std::size_t>(bars); ++i) {
+      std::memcpy(block.data(), reference.data() + i * 314, bytes);
       benchmark::DoNotOptimize(block.data());
       benchmark::ClobberMemory();
-      std::memcpy(pool.words(storage.KEDAT + truss_stride * i, 314), block.data(), bytes);
+      std::memcpy(current.data() + i * truss_stride, block.data(), bytes);
     }
   }
   tell_rate(state);
-  // The pool holds the copy now; the model is made again by whoever comes next.
-  pool.release();
-  storage = {};
-  close_all_tapes();
 }
 BENCHMARK(moving_the_records)->Unit(benchmark::kMillisecond)->MinTime(1.0);
 
-/// A state update: every first portion back onto the reference file.
+/// A state update behind a determination; in a disk job two files exchange their roles.
 void taking_over(benchmark::State& state) {
-  lay_down_model();
+  const Model model(static_cast<int>(state.range(0)));
+  determine_states();
   for (auto _ : state) take_over_states();
   tell_rate(state);
 }
-BENCHMARK(taking_over)->Unit(benchmark::kMillisecond)->MinTime(1.0);
+BENCHMARK(taking_over)->ArgName("KSTOR")->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond)->MinTime(0.5);
+
+/// The pass of an assembly in which no element is due: a core job looks at each, a disk job copies its tail.
+void stiffness_pass(benchmark::State& state) {
+  const Model model(static_cast<int>(state.range(0)));
+  form_element_matrices(0, true, 0, [](const ElementMatrix&) {});
+  for (auto _ : state) form_element_matrices(0, false, 0, [](const ElementMatrix&) {});
+  tell_rate(state);
+}
+BENCHMARK(stiffness_pass)->ArgName("KSTOR")->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond)->MinTime(0.5);
 
 }  // namespace
 }  // namespace tidearc

@@ -3,7 +3,8 @@
 
 Usage: bench_process.py PROGRAM [SCRATCH]   (SCRATCH: a folder on tmpfs, /dev/shm when it exists)
 
-Each figure is printed beside what it is compared with in the same run. Times are the best of several runs.
+Each figure is printed beside what it is compared with in the same run. Times are the best of several runs. Then a lattice of
+100,000 equations in core and out of core in a tenth of that storage, and what a step costs that changes one member.
 """
 import os
 import re
@@ -13,6 +14,8 @@ import subprocess
 import sys
 import tempfile
 import time
+
+import lattice_deck
 
 BARS_PER_GROUP = 60000
 
@@ -71,6 +74,95 @@ def tower_deck(levels):
     return lines
 
 
+class Job:
+    """One timed run of a deck: wall seconds, peak resident MiB, exit status, report."""
+
+    def __init__(self, program, scratch, lines, *arguments):
+        folder = tempfile.mkdtemp(dir=scratch)
+        try:
+            with open(os.path.join(folder, "TAModel.inp"), "w") as deck:
+                deck.write("\n".join(lines) + "\n")
+            start = time.perf_counter()
+            done = subprocess.run(["/usr/bin/time", "-v", program, *arguments], cwd=folder, stdout=subprocess.DEVNULL,
+                                  stderr=subprocess.PIPE, text=True, check=False)
+            self.seconds = time.perf_counter() - start
+            self.status = int(re.search(r"Exit status: (\d+)", done.stderr).group(1))
+            self.resident = int(re.search(r"Maximum resident set size \(kbytes\): (\d+)", done.stderr).group(1)) / 1024.0
+            with open(os.path.join(folder, "TAModel.out"), errors="replace") as report:
+                self.report = report.read()
+        finally:
+            shutil.rmtree(folder)
+
+    def figure(self, label):
+        return int(re.search(re.escape(label) + r"[ .]*= *(\d+)", self.report).group(1))
+
+    def log(self, phase):
+        """CPU seconds of a line of the time log."""
+        return float(re.search(phase + r"\s+(-?\d+\.\d+)\s+(-?\d+\.\d+)", self.report).group(2))
+
+    def results(self):
+        """The report from the first macro to the time log."""
+        return self.report[self.report.index("STATIC ANALYSIS CONTROL"):self.report.index("E X E C U T I O N")]
+
+
+MILLION = 1000000
+
+
+def memory_figures(program, scratch, figure, shape):
+    """A lattice in core, and out of core in a tenth of the storage that the core job needs."""
+    def deck(scheme):
+        load = [(shape.node(shape.nx - 1, shape.ny - 1, shape.nz - 1), 50.0, 20.0, -30.0)]
+        return lattice_deck.problem(lattice_deck.lattice_model(shape).cards(lattice_deck.storage_card(scheme)),
+                                    lattice_deck.load_cards([load], [load[0][0]]),
+                                    lattice_deck.static_macro(lattice_deck.load_segment([1.0]))) + [" STOP"]
+
+    core = Job(program, scratch, deck("CORE"))
+    need = core.figure("MINIMUM TOTAL STORAGE REQUIRED")
+    pool = need // 10 // MILLION
+    disk = Job(program, scratch, deck("DISK"), f"{pool}M")
+    name = "lattice of %d equations, " % core.figure("TOTAL NUMBER OF EQUILIBRIUM EQUATIONS")
+    figure(name + "core: exit status", core.status, "0", core.status == 0)
+    figure(name + "core: storage", need / MILLION, "-", True, "M words")
+    figure(name + "core: wall time", core.seconds, "-", True, "s")
+    figure(name + "core: resident memory", core.resident, "-", True, "MiB")
+    figure(name + "disk: exit status", disk.status, "0", disk.status == 0)
+    figure(name + "disk: pool", pool, "-", True, "M words")
+    figure(name + "disk: matrix blocks", disk.figure("NUMBER OF MATRIX BLOCKS"), "-", True)
+    figure(name + "disk: wall time", disk.seconds, "-", True, "s")
+    most = pool * MILLION * 4 / 2**20 + 64.0
+    figure(name + "disk: resident memory", disk.resident, "%.0f" % most, disk.resident <= most, "MiB")
+    figure(name + "disk: digits of the core job", disk.results() == core.results(), "True", disk.results() == core.results())
+
+
+def step_figures(program, scratch, figure, shape, steps=8):
+    """Steps in each of which one member changes its stiffness: at the first equations, at the last ones, at none."""
+    # the load of a step takes a bar by one on its axis of ten pairs, each with a slope of its own
+    places = [-1.0] + [k + 0.5 for k in range(9)]
+    forces = [-1.0]
+    for k, (a, b) in enumerate(zip(places, places[1:])):
+        forces.append(forces[-1] + (b - a) * (1.0 if k % 2 == 0 else 0.9))
+    model = lattice_deck.with_end_bars(shape, list(zip(places, forces)))
+    force = ELASTIC_FORCE
+    loads = lattice_deck.load_cards([[(1, -force, 0.0, 0.0)], [(shape.count + 2, force, 0.0, 0.0)]], [1, shape.count + 2])
+
+    def seconds(first, last):
+        macro = lattice_deck.static_macro(lattice_deck.load_segment([first, last], 1.0 / steps, steps, printing=0, tolerance=1.0e-3))
+        job = Job(program, scratch, lattice_deck.problem(model.cards(), loads, macro) + [" STOP"])
+        return job.log("STATIC ANALYSIS"), job.report.count("STIFFNESS FORMED"), job.status
+
+    (none, once, s1), (first, many, s2), (last, as_many, s3) = (seconds(*pair) for pair in ((0.0, 0.0), (7.6, 0.0), (0.0, 7.6)))
+    name = "lattice of %d equations, " % (3 * shape.nx * shape.ny * (shape.nz - 1) + 2)
+    figure(name + "steps: exit status", max(s1, s2, s3), "0", max(s1, s2, s3) == 0)
+    figure(name + "steps: matrices formed", as_many, str(many), many == as_many and many > once)
+    whole, tail = (first - none) / (many - once), (last - none) / (as_many - once)
+    figure(name + "step that changes the first equations", whole, "-", True, "s")
+    figure(name + "step that changes the last equations", tail, "-", True, "s")
+    figure(name + "last against first: ratio of steps", tail / whole, "0.2", tail <= 0.2 * whole)
+
+
+ELASTIC_FORCE = lattice_deck.ELASTIC[0][0] / lattice_deck.SPACING  # that takes an end bar by one on its axis
+
+
 def run(program, scratch, lines, repeats):
     """Best wall seconds, peak resident MiB, seconds of data input and the exit status of the program on a deck."""
     folder = tempfile.mkdtemp(dir=scratch)
@@ -116,6 +208,8 @@ def main():
     figure("60,000 nodes: resident memory", resident, "-", True, "MiB")
     rate = len(large) / input_large
     figure("60,000 nodes: deck lines read and echoed a second", rate, "150000", rate >= 150000)
+    memory_figures(program, scratch, figure, lattice_deck.Shape(15, 15, 150))
+    step_figures(program, scratch, figure, lattice_deck.Shape(15, 15, 50))
     return 1 if failed else 0
 
 

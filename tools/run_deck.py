@@ -13,7 +13,12 @@ each `* EXPECT` line is one check; behind a semicolon stands where the expected 
     coordinate X|Y|Z NODE = VALUE tol T                         first table of node coordinates
     iterations segment S step N = COUNT                         rows of the progress file; S-th segment of the run
     steps segment S = COUNT
+    reformulations segment S = COUNT                            how often the stiffness was assembled and factored
+    fewer reformulations segment S than segment T
     converged level segment S in LOW .. HIGH                    highest level of a row within the tolerance
+    turns segment S = COUNT                                     how often the level turns from step to step on the report
+    path segment S FILE within T                                each step of the report lies on the path of a table beside
+                                                                the deck (deck_path.py): T is a part of the largest level
     number /REGEX/ FILE K = VALUE tol T                         first group of the K-th match
     count FILE 'TEXT' = COUNT
     text FILE has|lacks 'TEXT'
@@ -30,6 +35,8 @@ import subprocess
 import sys
 import tempfile
 import time
+
+from deck_path import Path
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 DIRECTIONS = {"X": " X", "Y": " Y", "Z": " Z", "XR": "XR", "YR": "YR", "ZR": "ZR"}
@@ -72,23 +79,23 @@ class Run:
     def lines(self, name):
         return self.text(name).splitlines()
 
-    def pages(self, title):
+    def pages(self, title, lines=None):
         """Report lines behind each line that matches a title, up to the next results title."""
-        lines = self.lines("TAModel.out")
+        lines = self.lines("TAModel.out") if lines is None else lines
         marks = [n for n, line in enumerate(lines) if "RESPONSE AT NODES" in line or " RESULTS FOR GROUP" in line or line[:1] == "1"]
         for k, n in enumerate(marks):
             if re.search(title, lines[n]):
                 yield lines[n + 1:marks[k + 1] if k + 1 < len(marks) else len(lines)]
 
-    def page(self, title, number):
-        pages = list(self.pages(title))
+    def page(self, title, number, lines=None):
+        pages = list(self.pages(title, lines))
         if not 1 <= number <= len(pages):
             raise Missing(f"print {number} of {len(pages)} pages")
         return pages[number - 1]
 
-    def displacement(self, direction, node, number):
+    def displacement(self, direction, node, number, lines=None):
         nodes = []
-        for line in self.page(rf"^ {{5}}{DIRECTIONS[direction]} +(DISPLACEMENT|ROTATION) RESPONSE AT NODES", number):
+        for line in self.page(rf"^ {{5}}{DIRECTIONS[direction]} +(DISPLACEMENT|ROTATION) RESPONSE AT NODES", number, lines):
             if line.startswith("      NODE NUMBER "):
                 nodes = [int(line[k:k + 13]) for k in range(20, len(line.rstrip()), 13)]
             elif line.startswith("      DISPLACEMENT ") and node in nodes:
@@ -105,6 +112,36 @@ class Run:
                 return Number(line[at:at + 17])
         raise Missing(f"element {element} is not on the page")
 
+    def steps(self, segment):
+        """Steps of a segment on the report: (load level, lines up to the next step)."""
+        number, steps = 0, []
+        for line in self.lines("TAModel.out"):
+            number += "LOAD SEGMENT NO." in line
+            if number == segment and line.startswith(" RESPONSE AT LOAD STEP"):
+                steps.append((Number(line.split("LOAD LEVEL =")[1]), []))
+            elif number == segment and steps:
+                steps[-1][1].append(line)
+        if not steps:
+            raise Missing(f"no steps of segment {segment} on the report")
+        return steps
+
+    def turns(self, segment):
+        levels = [level.value for level, _ in self.steps(segment)]
+        moves = [b - a for a, b in zip([0.0] + levels, levels) if b != a]
+        return sum(a * b < 0.0 for a, b in zip(moves, moves[1:]))
+
+    def off_path(self, segment, file, tolerance):
+        """(number of steps, the largest offset from a path and its step); offset infinite where a step is not on it."""
+        path = Path(self.text(file))
+        worst = (0.0, 0)
+        steps = self.steps(segment)
+        for number, (level, lines) in enumerate(steps, 1):
+            places = [name.split(":") for name in path.names]
+            found = [level] + [self.displacement(direction, int(node), 1, lines) for direction, node in places]
+            offset = path.offset(found, tolerance)
+            worst = max(worst, (math.inf if offset is None else offset, number))
+        return len(steps), worst
+
     def coordinate(self, axis, node):
         inside = False
         for line in self.lines("TAModel.out"):
@@ -114,27 +151,43 @@ class Run:
                 return Number(line[at:at + 14])
         raise Missing(f"node {node} is not in the table of coordinates")
 
-    def rows(self, segment):
-        """Progress rows of a segment: (step, iteration, level, norm), and the segment's largest tolerance."""
-        number, rows, limit = 0, [], math.inf
+    def segments(self):
+        """(number of the problem, progress rows, largest tolerance) of each segment of the run."""
+        problem, found = 0, []
         for line in self.lines("TAP53"):
+            problem += line.startswith(" TIDEARC Version")
             if "STATIC MACRO OUTPUT INFORMATION FOR SEGMENT" in line:
-                number += 1
-            if number == segment:
-                found = re.search(r"OUT-OF-BALANCE LOAD \(MAX= *([-+.\dE]+)\)", line)
-                limit = Number(found[1]).value if found else limit
-                row = progress_row(line)
-                if row:
-                    rows.append(row)
-        if not rows:
-            raise Missing(f"no rows of segment {segment} on TAP53")
-        return rows, limit
+                found.append((problem, [], math.inf))
+            limit = re.search(r"OUT-OF-BALANCE LOAD \(MAX= *([-+.\dE]+)\)", line)
+            if found and limit:
+                found[-1] = (*found[-1][:2], Number(limit[1]).value)
+            row = progress_row(line)
+            if found and row:
+                found[-1][1].append(row)
+        return found
+
+    def segment(self, number):
+        found = self.segments()
+        if not 1 <= number <= len(found) or not found[number - 1][1]:
+            raise Missing(f"no rows of segment {number} on TAP53")
+        return found[number - 1]
+
+    def rows(self, segment):
+        """Progress rows of a segment as progress_row() gives them, and the segment's largest tolerance."""
+        return self.segment(segment)[1:]
+
+    def reformulations(self, number):
+        """Of one segment alone: the progress file counts on through the segments of a problem."""
+        problem, rows, _ = self.segment(number)
+        before = self.segments()[:number - 1]
+        counted = [r[-1][4] for p, r, _ in before if p == problem and r]
+        return rows[-1][4] - (counted[-1] if counted else 0)
 
 
 def progress_row(line):
-    """(step, iteration, level, norm) of a row of the progress file, None when the line is no row."""
+    """(step, iteration, level, norm, reformulations) of a row of the progress file, None when the line is no row."""
     try:
-        row = int(line[0:7]), int(line[7:10]), float(line[16:23]), float(line[41:49])
+        row = int(line[0:7]), int(line[7:10]), float(line[16:23]), float(line[41:49]), int(line[57:62])
     except ValueError:
         return None
     return row if line[50:53] in ("YES", "NO ") else None
@@ -173,6 +226,10 @@ def check_numbers(run, text):
         found = max((r[1] for r in run.rows(int(words[2]))[0] if r[0] == int(words[4])), default=0)
     elif words[0] == "steps":
         found = max(r[0] for r in run.rows(int(words[2]))[0])
+    elif words[0] == "reformulations":
+        found = run.reformulations(int(words[2]))
+    elif words[0] == "turns":
+        found = run.turns(int(words[2]))
     elif words[0] == "count":
         file, literal = re.fullmatch(r"count (\S+) '(.+)'", what).groups()
         found = run.text(file).count(literal)
@@ -195,6 +252,12 @@ def check_facts(run, text):
         rows, limit = run.rows(int(match[1]))
         level = max((r[2] for r in rows if r[3] <= limit), default=0.0)
         return float(match[2]) - 5e-5 <= level <= float(match[3]) + 5e-5, level  # levels print with four decimals
+    if match := re.fullmatch(r"fewer reformulations segment (\d+) than segment (\d+)", text):
+        counts = [run.reformulations(int(number)) for number in match.groups()]
+        return counts[0] < counts[1], f"{counts[0]} and {counts[1]}"
+    if match := re.fullmatch(r"path segment (\d+) (\S+) within (\S+)", text):
+        count, (offset, step) = run.off_path(int(match[1]), match[2], float(match[3]))
+        return offset <= float(match[3]), f"{count} steps, step {step} is off by {offset:.2g}"
     return None
 
 
@@ -229,7 +292,7 @@ class Follower:
         self.path, self.began, self.length = os.path.join(folder, "TAP53"), time.monotonic(), 0
 
     def newest(self):
-        """(step, iteration, level, norm) of the last row so far, None before the first."""
+        """The last row so far, None before the first."""
         try:
             with open(self.path, encoding="latin-1") as file:
                 rows = [row for row in map(progress_row, file) if row]

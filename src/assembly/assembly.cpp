@@ -2,8 +2,12 @@
 #include "assembly/assembly.h"
 
 #include <algorithm>
+#include <string>
 
 #include "assembly/add.h"
+#include "assembly/blocks.h"
+#include "assembly/element_tape.h"
+#include "assembly/stand_ins.h"
 #include "elements/contract/stiffness.h"
 #include "model/control.h"
 #include "run/layout.h"
@@ -19,34 +23,63 @@ namespace tidearc {
 
 namespace {
 
-/// What stands in place of a diagonal that no element stiffens: small beside any structure, so that the equation
-/// solves.
-constexpr double stand_in_diagonal = 1.0E-8;
+/// A triangle of the assembled matrix in core: 1 the upper one, 2 the lower one of an unsymmetric matrix.
+Profile<double> assembled(int triangle) {
+  const int index = solver.KASM + (triangle - 1) * ITWO * triangle_length();
+  return {pool.reals(index, triangle_length()), pool.integers(solver.IDIAG, NEQ1()), sizes.NEQ};
+}
 
-Profile<double> assembled() {
-  return {pool.reals(solver.KASM, solver.NSTO), pool.integers(solver.IDIAG, NEQ1()), sizes.NEQ};
+void add_in_core(const ElementMatrix& matrix, ConstIntegers LM) {
+  const Profile<double> K = assembled(1);
+  bool inside = false;
+  if (unsymmetric()) {
+    inside = (matrix.packed ? ADDUNP : ADDUNS)(LM, matrix.EMAT, {K, assembled(2)});
+  } else {
+    inside = (matrix.packed ? ADDSYP : ADDSYM)(LM, matrix.EMAT, K);
+  }
+  if (inside) return;
+  complain(not_on_deck, "the matrix of element " + std::to_string(record_words()[0]) + " of group " +
+                            std::to_string(element.IGRP) + " reaches outside the profile of the structure matrix");
+  FATERR(unsymmetric() ? (matrix.packed ? "ADDUNP" : "ADDUNS") : (matrix.packed ? "ADDSYP" : "ADDSYM"));
 }
 
 // KFIRST goes down before anything is added, prescribed equations included.
-void add_element(const ElementMatrix& element) {
-  const ConstIntegers LM(element.LM, element.ND);
-  const Profile<double> K = assembled();
+void add_element(const ElementMatrix& matrix) {
+  const ConstIntegers LM(matrix.LM, matrix.ND);
   solver.KFIRST = std::min(solver.KFIRST, lowest_equation(LM, sizes.NEQ));
-  const bool inside = element.packed ? ADDSYP(LM, element.EMAT, K) : ADDSYM(LM, element.EMAT, K);
-  if (!inside) {
-    complain(not_on_deck, "an element matrix reaches outside the profile of the structure matrix");
-    FATERR(element.packed ? "ADDSYP" : "ADDSYM");
+  if (blocked()) {
+    ADDTAP(LM, matrix.packed, matrix.EMAT);
+  } else {
+    add_in_core(matrix, LM);
   }
 }
 
-// An equation that gets its stand-in has changed, so the factor must take it up as well.
+/// Each triangle by itself. Those who follow an unsymmetric job are told on the progress file too.
 void sweep_zero_diagonals() {
-  const Profile<double> K = assembled();
-  for (int e = 1; e <= sizes.NEQ; ++e) {
-    if (K.diagonal(e) != 0.0) continue;
-    K.diagonal(e) = stand_in_diagonal;
-    solver.KFIRST = std::min(solver.KFIRST, e);
-    write(units.NDOUT, "5X,'WWWWW D. O. F. ',I5,' HAS ZERO STIFFNESS WWWWW'", e);
+  for (int triangle = 1; triangle <= triangles(); ++triangle) {
+    give_stand_ins(assembled(triangle), [](int e) {
+      for (const int unit : {units.NDOUT, UNIT_PROGRESS}) {
+        if (unit == UNIT_PROGRESS && !unsymmetric()) continue;
+        write(unit, "5X,'WWWWW D. O. F. ',I5,' HAS ZERO STIFFNESS WWWWW'", e);
+      }
+    });
+  }
+}
+
+void begin_assembly(bool reset) {
+  if (blocked()) {
+    begin_element_matrices();
+  } else if (reset) {
+    RZERO(pool.reals(solver.KASM, solver.NSTO).data(), solver.NSTO);
+  }
+  solver.KFIRST = sizes.NEQ;
+}
+
+void finish_assembly(bool stand_ins) {
+  if (blocked()) {
+    (unsymmetric() ? BLKASU : BLKASM)(stand_ins);
+  } else if (stand_ins) {
+    sweep_zero_diagonals();
   }
 }
 
@@ -64,11 +97,10 @@ void take_pending_status() {
 
 void ASMSTA() {
   const bool reset = solver.KRESET == 1;
-  if (reset) RZERO(pool.reals(solver.KASM, solver.NSTO).data(), solver.NSTO);
-  solver.KFIRST = sizes.NEQ;
+  begin_assembly(reset);
   form_element_matrices(solver.KFORM, reset, solver.NELCHK, add_element);
   // A cleared matrix has lost the stand-ins of the first step, whatever the phase of the analysis.
-  if (solver.KFORM == 0 || reset) sweep_zero_diagonals();
+  finish_assembly(solver.KFORM == 0 || reset);
   solver.NELCHK = 0;
   write(units.NDOUT, "5X,'STIFFNESS FORMED'");
 }

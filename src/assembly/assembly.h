@@ -8,9 +8,10 @@ namespace tidearc {
 /// first equation on. A zero pivot stops the run.
 void STIFUP();
 
-/// The element loop of a static analysis: adds what changed (everything into a cleared matrix when KRESET is set), sets
-/// KFIRST to the lowest equation touched, gives diagonals of exactly zero a stand-in in the first step of a macro and
-/// after a clearing. Prints "STIFFNESS FORMED".
+/// The element loop of a static analysis: adds what changed (everything into a cleared matrix when KRESET is set), in
+/// core at once, with blocks over the file of element matrices; sets KFIRST to the lowest equation touched, gives
+/// diagonals of exactly zero a stand-in in the first step of a macro and after a clearing (told on the report in core
+/// alone). Prints "STIFFNESS FORMED". An entry outside the profile stops the run.
 void ASMSTA();
 
 }  // namespace tidearc

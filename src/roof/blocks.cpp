@@ -4,6 +4,8 @@
 #include <array>
 #include <type_traits>
 
+#include "elements/contract/element_files.h"
+#include "elements/contract/event_scan.h"
 #include "elements/contract/group.h"
 #include "elements/contract/state_log.h"
 #include "elements/contract/work.h"
@@ -19,8 +21,10 @@
 #include "run/units.h"
 #include "run/workpool.h"
 #include "solve/arrays.h"
+#include "solve/bfgs.h"
 #include "solve/prediction.h"
 #include "solve/solver.h"
+#include "static/scale.h"
 #include "static/segment.h"
 #include "static/stepping.h"
 
@@ -55,14 +59,18 @@ const std::array table{
     entry("solver", solver, BlockKind::step),
     entry("response", response, BlockKind::step),
     entry("prediction", prediction, BlockKind::step),
+    entry("bfgs", bfgs, BlockKind::step),
     entry("group", group, BlockKind::scratch),
     entry("element_counts", element_counts, BlockKind::deck),
+    entry("generations", generations, BlockKind::step),
     entry("element", element, BlockKind::scratch),
     entry("state_log", state_log, BlockKind::step),
+    entry("event_found", event_found, BlockKind::scratch),
     entry("segment", segment, BlockKind::step),
     entry("prescribed_factors", prescribed_factors, BlockKind::step),
     entry("statics", statics, BlockKind::step),
     entry("step", step, BlockKind::step),
+    entry("scaling", scaling, BlockKind::step),
 };
 
 }  // namespace

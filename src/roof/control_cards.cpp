@@ -91,9 +91,7 @@ void read_storage_card() {
   explain("IF EQ. USYM , UNSYMMETRIC STIFFNESS MATRIX");
   write_count("NUMBER OF WORDS IN ONE BLOCK FOR DISK OPTION", solver.NWDBLK);
   explain("IF EQ. 0 , ALL AVAILABLE");
-  if (disk) stop_unavailable("STORAGE SCHEME DISK", {2, 5}, "DATAIN");
-  if (usym) stop_unavailable("STIFFNESS TYPE USYM", {7, 10}, "DATAIN");
-  keep_scratch_in_memory(true);
+  keep_scratch_in_memory(!disk);
 }
 
 void read_size_card() {

@@ -4,11 +4,13 @@
 // down in the work pool as the counts become known; each is checked against the pool before it is touched.
 #include "roof/datain.h"
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 
+#include "elements/contract/group.h"
+#include "elements/contract/event_scan.h"
 #include "elements/contract/pass.h"
+#include "elements/contract/renumber.h"
 #include "elements/contract/state_log.h"
 #include "model/control.h"
 #include "model/gravity.h"
@@ -26,8 +28,11 @@
 #include "run/units.h"
 #include "run/workpool.h"
 #include "solve/arrays.h"
+#include "solve/bfgs.h"
 #include "solve/solve.h"
 #include "solve/solver.h"
+#include "solve/stiffness_area.h"
+#include "static/scale.h"
 #include "static/segment.h"
 #include "static/stepping.h"
 
@@ -38,13 +43,22 @@ namespace {
 /// Storage phases of the checks that are made here.
 constexpr int phase_nodes = 1;
 constexpr int phase_systems = 2;
-constexpr int phase_stiffness = 10;
 
 constexpr int most_energy_equations = 60000;
 constexpr int most_energy_groups = 1000;
 
+/// Record files go back to the roles of a start, of which analyses exchange some; the report and the deck stay.
+void restore_file_roles() {
+  if (units.TAPFRC > 0) close_tape(units.TAPFRC);
+  const UnitBlock before = units;
+  units = {};
+  units.NDIN = before.NDIN;
+  units.NDOUT = before.NDOUT;
+}
+
 /// What the problem before left behind and this one must not see.
 void forget_last_problem() {
+  restore_file_roles();
   storage.NEXT = 1;
   run.LASTMA = {'N', 'O', 'N', 'E'};
   sizes = {};
@@ -54,10 +68,14 @@ void forget_last_problem() {
   patterns = {};
   catenaries.count = 0;
   solver = {};
+  release_outside_factor();
   response = {};
   segment = {};
   statics = {};
   step = {};
+  scaling = {};
+  bfgs = {};
+  event_found = {};
   reset_gravity();
   if (is_open_tape(UNIT_STATE_LOG)) close_tape(UNIT_STATE_LOG);
   state_log = {};
@@ -107,7 +125,7 @@ void read_masses() {
 void read_elements(const CardLines& lines) {
   if (sizes.IEIGN == 1) stop_section("EIGENSOLUTION INPUT", {lines.sizes, {56, 60}}, "EIGNIN");
   ELDATA();
-  if (sizes.IBANDW != 0) stop_section("BAND-WIDTH REDUCTION", {lines.sizes, {71, 75}}, "RENUMB");
+  if (sizes.IBANDW != 0) RENUMB();
   MASSUM();
 }
 
@@ -148,16 +166,12 @@ void read_output_lists() {
   POLIST();
 }
 
-/// Analysis vectors, both stiffness arrays, element data.
-void lay_out_analysis() {
+/// Analysis vectors, stiffness, element data. False when the matrix cannot be cut into blocks.
+bool lay_out_analysis() {
   carve_analysis_arrays();
-  storage.LAVSST = static_cast<int>(std::min<std::int64_t>(std::int64_t{ITWO} * solver.NSTO, 2147483647));
-  solver.KASM = carve_reals(solver.NSTO);
-  solver.KFAC = carve_reals(solver.NSTO);
-  storage.KEDAT = storage.NEXT;
-  write_list(units.NDOUT, "NSTO,LAVSST,KEDAT,MSTOR", solver.NSTO, storage.LAVSST, storage.KEDAT, storage.MSTOR);
-  check_storage(phase_stiffness);
+  const bool matrix_stands = carve_stiffness(element_counts.MAXLEI + 1);
   LODELM();
+  return matrix_stands;
 }
 
 /// The energy records of the analyses: one file each for five kinds, and a text.
@@ -215,10 +229,11 @@ void DATAIN() {
   read_static_loads();
   read_dynamic_loads();
   read_output_lists();
-  lay_out_analysis();
+  const bool matrix_stands = lay_out_analysis();
   open_energy_files();
   write_version_line();
   start_result_files(lines);
+  if (!matrix_stands) CLOSUP();
 }
 
 }  // namespace tidearc

@@ -44,10 +44,14 @@ class MemoryTape {
 };
 
 /// Records in a file: length in bytes, words, length again; long records in pieces, see largest_piece.
+///
+/// A stretch of the file stands in a buffer of the tape's own, either read ahead or waiting to be written, so that
+/// records that are short beside it cost a copy and no call of the system.
 class DiskTape {
  public:
   /// @param piece  most data bytes of one piece; tests make it small
-  explicit DiskTape(std::int64_t piece = largest_piece) : piece_(piece) {}
+  /// @param room   bytes of the buffer; tests make it small
+  explicit DiskTape(std::int64_t piece = largest_piece, std::int64_t room = 262144) : piece_(piece), room_(room) {}
 
   std::string open(const std::string& path, bool cut);      ///< made when missing; `cut` empties it
   std::string write(const Word* from, std::int64_t count);  ///< cuts what follows, then adds one record
@@ -67,23 +71,39 @@ class DiskTape {
     void operator()(std::FILE* file) const { std::fclose(file); }
   };
 
-  std::string aim(Motion motion);
+  std::string aim(Motion motion, std::int64_t offset);
+  std::string read_file(std::int64_t offset, char* to, std::int64_t bytes);
+  std::string write_file(std::int64_t offset, const char* from, std::int64_t bytes);
+  std::string get(std::int64_t offset, char* to, std::int64_t bytes);
+  std::string get_past_buffer(std::int64_t offset, char* to, std::int64_t bytes);
+  std::string next_in_buffer(std::span<const Word>& record);
+  std::string read_ahead(std::int64_t offset, std::int64_t bytes);
+  std::string put(const char* from, std::int64_t bytes);
+  std::string write_held();
   std::string cut_here();
   std::string write_piece(const char* from, std::int64_t bytes, bool more);
   std::string length_of_piece(std::int32_t& length);
-  std::string end_piece(std::int32_t length, std::int64_t unread);
+  std::string end_piece(std::int32_t length);
   std::string read_bytes(char* to, std::int64_t wanted, std::int64_t& found, bool hold);
   std::string back_piece(bool first, bool& continued);
+  bool holds(std::int64_t offset, std::int64_t bytes) const {
+    return offset >= first_ && offset + bytes <= first_ + held_;
+  }
 
-  std::unique_ptr<char[]> buffer_;  ///< of file_, so it is declared before it
   std::unique_ptr<std::FILE, Closer> file_;
   std::string path_;  ///< absolute, for cutting and deleting
   std::int64_t piece_ = largest_piece;
-  std::int64_t position_ = 0;  ///< byte at which the next record begins
-  std::int64_t size_ = 0;      ///< bytes of the file
-  std::int64_t record_ = 1;
-  Motion motion_ = Motion::none;
-  std::vector<Word> held_;  ///< the record of next()
+  std::int64_t position_ = 0;     ///< byte at which the next record begins
+  std::int64_t size_ = 0;         ///< bytes of the file, those that wait in the buffer included
+  std::int64_t record_ = 1;       ///< number of the next record
+  Motion motion_ = Motion::none;  ///< the last one of the file, whose position then is file_at_
+  std::int64_t file_at_ = 0;
+  std::int64_t room_ = 0;   ///< bytes of the buffer
+  std::int64_t first_ = 0;  ///< offset in the file of the buffer's first byte
+  std::int64_t held_ = 0;   ///< bytes of the file in the buffer
+  bool waiting_ = false;    ///< they are still to be written
+  std::unique_ptr<char[]> buffer_;
+  std::vector<Word> record_held_;  ///< the record of next(), when the buffer does not hold it
 };
 
 }  // namespace tidearc

@@ -14,8 +14,8 @@ namespace tidearc {
 struct UnitBlock {
   int NDIN = 5;    ///< the deck
   int NDOUT = 6;   ///< the report
-  int NT1 = 1;     ///< element records, first portions as read in (reference generation of a disk job)
-  int NT2 = 2;     ///< element tails of a disk job; surfaces while a pressure pattern is read
+  int NT1 = 1;     ///< element records, first portions as read in; reference generation of a disk job
+  int NT2 = 2;     ///< next element tails of a disk job; surfaces while a pressure pattern is read
   int NT3 = 3;     ///< stiffness blocks
   int NT4 = 4;     ///< factored blocks
   int NT5 = 7;     ///< element group headers
@@ -25,11 +25,11 @@ struct UnitBlock {
   int NT9 = 15;    ///< solver scratch
   int NT10 = 16;   ///< static force patterns, then prescribed displacement patterns
   int NT11 = 17;   ///< save file
-  int NT12 = 18;   ///< element states at the last state update (reference generation)
+  int NT12 = 18;   ///< reference generation of a core job, current generation of a disk job
   int NT13 = 19;   ///< element records, second portions (tails)
   int NT14 = 20;   ///< update vectors
   int NT15 = 21;   ///< state at the start of a load step
-  int NT16 = 22;   ///< load-step scratch
+  int NT16 = 22;   ///< fourth file of first portions in a disk job
   int TAPFRC = 0;  ///< MEMBER.FRC when it is open, else 0
 };
 inline UnitBlock units;

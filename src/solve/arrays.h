@@ -32,10 +32,10 @@ struct ArrayBlock {
   int TMIN = 1;
   int WORK = 1;    ///< scratch of the routine at hand
   int ZDISP = 1;   ///< NZDISP prescribed displacement vectors                          [length, rad]
-  int DSTEP = 1;   ///< displacements at the start of the step                          [length, rad]
+  int DSTEP = 1;   ///< displacement increment of the step, as far as it is accepted    [length, rad]
   int WAVE = 1;    ///< wave loads                                                      [force]
-  int BFGS1 = 1;   ///< residual before the change, for update vectors                  [force]
-  int BFGS2 = 1;   ///< increment kept for update vectors                               [length]
+  int BFGS1 = 1;   ///< internal forces before a trial; then their change, for update vectors  [force]
+  int BFGS2 = 1;   ///< increment of an iteration, kept for update vectors              [length]
   int STATUS = 1;  ///< integers: status words of the last factorisation
   int PIVOT = 1;   ///< pivots of a blocked factor
   int DIAG = 1;    ///< assembled diagonal of a blocked matrix

@@ -28,6 +28,18 @@ ProfileSize measure(ConstIntegers first_rows, int NEQ) {
   return size;
 }
 
+// Words up to the end of the matrix. In core, matrix and factor, behind what is carved already, are addressed by 32-bit
+// word indices. Blocks are counted in reals.
+bool addressable(const ProfileSize& size, std::int64_t& need) {
+  const std::int64_t stored = size.length * triangles();
+  if (records_on_disk()) {
+    need = ITWO * stored;
+    return stored <= largest_address;
+  }
+  need = storage.NEXT - 1 + 2 * ITWO * stored;
+  return need <= largest_address;
+}
+
 }  // namespace
 
 ProfileSize diagonal_addresses(Integers first_rows, int NEQ) {
@@ -44,9 +56,8 @@ ProfileSize diagonal_addresses(Integers first_rows, int NEQ) {
 void finish_profile() {
   solver.IDIAG = masses.MARKS;
   const ProfileSize size = diagonal_addresses(pool.integers(solver.IDIAG, NEQ1()), sizes.NEQ);
-  // Matrix and factor, behind what is carved already, are addressed by 32-bit word indices.
-  const std::int64_t need = storage.NEXT - 1 + 2 * ITWO * size.length;
-  if (need > largest_address) {
+  std::int64_t need = 0;
+  if (!addressable(size, need)) {
     complain(not_on_deck, "the profile of " + std::to_string(sizes.NEQ) + " equations takes " +
                               std::to_string(size.length) + " reals, more than storage can address");
     STORCK(need, storage.MSTOR, stiffness_phase);

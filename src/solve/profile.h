@@ -41,7 +41,8 @@ struct ProfileSize {
 ProfileSize diagonal_addresses(Integers first_rows, int NEQ);
 
 /// Turns the marks that element input left in masses.MARKS into the diagonal addresses, and sets solver.IDIAG, NHBW and
-/// NSTO. A profile that no pool can hold ends in the storage check of the stiffness matrix.
+/// NSTO (of one triangle). A profile that no pool can hold, or in a disk job one whose entries no 32-bit count can
+/// tell, ends in the storage check of the stiffness matrix.
 void finish_profile();
 
 }  // namespace tidearc

@@ -25,25 +25,6 @@ RowPointers row_pointers(const RunVectors& v) {
   return {row_pointer(v.a), row_pointer(v.b), row_pointer(v.c), row_pointer(v.IDIAG)};
 }
 
-template <class Pivot>
-int divide(double* a, double& s, int r1, int r2, Pivot&& pivot) {
-  for (int i = r1; i <= r2; ++i) {
-    const double d = pivot(i);
-    if (d == 0.0) return i;
-    const double t = a[i] / d;
-    s += a[i] * t;
-    a[i] = t;
-  }
-  return 0;
-}
-
-template <class Term>
-void add_terms(double& s, int r1, int r2, Term&& term) {
-  double sum = s;
-  for (int i = r1; i <= r2; ++i) sum += term(i);
-  s = sum;
-}
-
 }  // namespace
 
 int VECOP(RunOperation op, const RunVectors& v, double& s, int r1, int r2) {
@@ -51,24 +32,22 @@ int VECOP(RunOperation op, const RunVectors& v, double& s, int r1, int r2) {
   const auto [a, b, c, IDIAG] = row_pointers(v);
   switch (op) {
     case product_profile_pivot:
-      add_terms(s, r1, r2, [a = a, b = b, c = c, IDIAG = IDIAG](int i) { return a[i] * b[i] * c[IDIAG[i]]; });
+      s = kernels->product_profile_pivot(a, b, c, IDIAG, s, r1, r2);
       return 0;
     case product:
     case product_prescribed:
-      add_terms(s, r1, r2, [a = a, b = b](int i) { return a[i] * b[i]; });
+      s = kernels->product(a, b, s, r1, r2);
       return 0;
-    case subtract: {
-      const double factor = s;
-      for (int i = r1; i <= r2; ++i) a[i] -= factor * b[i];
+    case subtract:
+      kernels->subtract(a, b, s, r1, r2);
       return 0;
-    }
     case product_pivot:
-      add_terms(s, r1, r2, [a = a, b = b, c = c](int i) { return a[i] * b[i] * c[i]; });
+      s = kernels->product_pivot(a, b, c, s, r1, r2);
       return 0;
     case divide_pivot:
-      return divide(a, s, r1, r2, [b = b](int i) { return b[i]; });
+      return kernels->divide(a, b, s, r1, r2);
     case divide_profile_pivot:
-      return divide(a, s, r1, r2, [b = b, IDIAG = IDIAG](int i) { return b[IDIAG[i]]; });
+      return kernels->divide_profile(a, b, IDIAG, s, r1, r2);
   }
   return 0;
 }
@@ -87,37 +66,10 @@ int RUNOP(RunOperation op, const RunVectors& v, ConstIntegers MSTAT, double& s, 
 }
 
 void panel_products(const Panel& a, ConstReals b, ConstIntegers MSTAT, PanelSums& s, int r1, int r2) {
-  const double *a0 = a[0].data() - 1, *a1 = a[1].data() - 1, *a2 = a[2].data() - 1, *a3 = a[3].data() - 1;
-  const double* row = b.data() - 1;
-  double s0 = s[0], s1 = s[1], s2 = s[2], s3 = s[3];
-  for_free_runs(MSTAT, r1, r2, [&](int lo, int hi) {
-    for (int i = lo; i <= hi; ++i) {
-      const double x = row[i];
-      s0 += a0[i] * x;
-      s1 += a1[i] * x;
-      s2 += a2[i] * x;
-      s3 += a3[i] * x;
-    }
-  });
-  s = {s0, s1, s2, s3};
-}
-
-void panel_products_profile_pivot(const Panel& a, const RunVectors& v, ConstIntegers MSTAT, PanelSums& s, int r1,
-                                  int r2) {
-  const double *a0 = a[0].data() - 1, *a1 = a[1].data() - 1, *a2 = a[2].data() - 1, *a3 = a[3].data() - 1;
-  const RowPointers p = row_pointers(v);
-  double s0 = s[0], s1 = s[1], s2 = s[2], s3 = s[3];
-  for_free_runs(MSTAT, r1, r2, [&](int lo, int hi) {
-    for (int i = lo; i <= hi; ++i) {
-      const double x = p.b[i];
-      const double pivot = p.c[p.IDIAG[i]];
-      s0 += a0[i] * x * pivot;
-      s1 += a1[i] * x * pivot;
-      s2 += a2[i] * x * pivot;
-      s3 += a3[i] * x * pivot;
-    }
-  });
-  s = {s0, s1, s2, s3};
+  const double* const columns[panel_width] = {row_pointer(a[0]), row_pointer(a[1]), row_pointer(a[2]),
+                                              row_pointer(a[3])};
+  const double* const row = row_pointer(b);
+  for_free_runs(MSTAT, r1, r2, [&](int lo, int hi) { kernels->panel_products(columns, row, s.data(), lo, hi); });
 }
 
 void link_status(ConstIntegers status, Integers MSTAT, int NEQ) {

@@ -3,6 +3,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <memory>
+#include <new>
 #include <string>
 
 #include "model/nodes.h"
@@ -11,10 +14,12 @@
 #include "run/tapefile.h"
 #include "run/workpool.h"
 #include "solve/arrays.h"
+#include "solve/blocked.h"
 #include "solve/factor.h"
 #include "solve/profile.h"
 #include "solve/runs.h"
 #include "solve/solver.h"
+#include "solve/unsymmetric.h"
 
 namespace tidearc {
 
@@ -25,8 +30,37 @@ constexpr int header_words = 12;
 Integers status_links() { return pool.integers(arrays.MSTAT, NEQ1()); }
 Integers factored_status() { return pool.integers(arrays.STATUS, NEQ1()); }
 ConstIntegers diagonals() { return pool.integers(solver.IDIAG, NEQ1()); }
-Profile<double> factor() { return {pool.reals(solver.KFAC, solver.NSTO), diagonals(), sizes.NEQ}; }
-Profile<const double> assembled() { return {pool.reals(solver.KASM, solver.NSTO), diagonals(), sizes.NEQ}; }
+
+// One triangle of a matrix in core; the second stands behind the first and shares its addresses.
+template <class T>
+Profile<T> triangle(Vector<T> values, int number) {
+  const int length = triangle_length();
+  return {{values.data() + (number - 1) * std::ptrdiff_t{length}, length}, diagonals(), sizes.NEQ};
+}
+Profile<double> factor(int number = 1) { return triangle(factor_values(), number); }
+Profile<const double> assembled(int number = 1) {
+  return triangle(ConstReals(pool.reals(solver.KASM, solver.NSTO)), number);
+}
+
+/// Memory of the factor of a job whose pool has no room for it.
+struct OutsideFactor {
+  std::unique_ptr<double[]> values;
+  int size = 0;
+};
+OutsideFactor outside_factor;
+
+Reals outside_values(int n) {
+  if (outside_factor.size != n) {
+    outside_factor.values.reset(new (std::nothrow) double[static_cast<std::size_t>(n)]());
+    outside_factor.size = n;
+  }
+  if (n > 0 && outside_factor.values == nullptr) {
+    release_outside_factor();
+    complain(not_on_deck, "no memory for the factor of the stiffness matrix, " + std::to_string(n) + " reals");
+    FATERR("SOLVE");
+  }
+  return {outside_factor.values.get(), n};
+}
 
 // Status words in MSTAT (0 free) become run links; what differs from the last factorisation is a pending change.
 void take_status() {
@@ -60,17 +94,13 @@ Reals read_prescribed_pattern(int p) {
   return entries;
 }
 
-[[noreturn]] void stop_at_zero_pivot(const ZeroPivot& zero) {
-  warning_box(
-      format("5X,'PROGRAM STOPS BECAUSE ZERO DIAGONAL ENTERY OF THE STIFFNESS MATRIX ',"
-             "' IS ENCOUNTERED AT POSITION',I6,'. CHECK D.O.F.',I6",
-             zero.address, zero.equation));
-  const NodeDirection where = holder_of(zero.equation);
-  complain(not_on_deck, "zero pivot at address " + std::to_string(zero.address) +
-                            " of the stiffness matrix: equation " + std::to_string(zero.equation) + ", node " +
-                            std::to_string(where.node) + " direction " + direction_name(where.component) +
-                            " has no stiffness");
-  CLOSUP();
+// The solver of the storage scheme.
+void run_solver(int rhs, SolveMode mode) {
+  if (blocked()) {
+    unsymmetric() ? SOLVDU(rhs, mode) : SOLVDS(rhs, mode);
+  } else {
+    unsymmetric() ? SOLVIU(rhs, mode) : SOLVIS(rhs, mode);
+  }
 }
 
 }  // namespace
@@ -117,28 +147,62 @@ void PRESTAT(std::span<const double> factors) {
   take_status();
 }
 
+void stop_at_zero_pivot(int address, int equation, bool tell_equation) {
+  std::string text = format(
+      "5X,'PROGRAM STOPS BECAUSE ZERO DIAGONAL ENTERY OF THE STIFFNESS MATRIX ',"
+      "' IS ENCOUNTERED AT POSITION',I6",
+      address);
+  if (tell_equation) text += format("'. CHECK D.O.F.',I6", equation);
+  warning_box(text);
+  const NodeDirection where = holder_of(equation);
+  const std::string place = tell_equation ? "at address " + std::to_string(address) + " of the stiffness matrix"
+                                          : "in the blocks of the stiffness matrix";
+  complain(not_on_deck, "zero pivot " + place + ": equation " + std::to_string(equation) + ", node " +
+                            std::to_string(where.node) + " direction " + direction_name(where.component) +
+                            " has no stiffness");
+  CLOSUP();
+}
+
 void SOLVIS(int rhs, SolveMode mode) {
   const Profile<double> K = factor();
   if (mode != solve_only) {
     const ZeroPivot zero = reduce_symmetric(K, status_links(), solver.KFIRST, solver.KROW0);
-    if (zero.equation != 0) stop_at_zero_pivot(zero);
+    if (zero.equation != 0) stop_at_zero_pivot(zero.address, zero.equation, true);
   }
-  if (mode != reduce_only) {
-    const Reals R = equation_vector(rhs);
-    solve_symmetric(K, status_links(), R);
-    R(NEQ1()) = 0.0;
-  }
+  if (mode != reduce_only) solve_symmetric(K, status_links(), equation_vector(rhs));
 }
 
+void SOLVIU(int rhs, SolveMode mode) {
+  const Profile<double> upper = factor(1);
+  const Profile<double> lower = factor(2);
+  if (mode != solve_only) reduce_triangles_within(upper, lower, {status_links(), solver.KFIRST, solver.KROW0});
+  if (mode != reduce_only) solve_unsymmetric(upper, lower, status_links(), equation_vector(rhs));
+}
+
+Reals factor_values() { return solver.KFAC == 0 ? outside_values(solver.NSTO) : pool.reals(solver.KFAC, solver.NSTO); }
+
+void release_outside_factor() { outside_factor = {}; }
+
 void factorise() {
-  copy_changed_rows(assembled(), pool.reals(solver.KFAC, solver.NSTO), solver.KFIRST, solver.KROW0);
-  SOLVIS(arrays.WORK, reduce_only);
-  solver.NNEG = count_negative_pivots(factor());
+  if (!blocked()) {
+    for (int t = 1; t <= triangles(); ++t) {
+      copy_changed_rows(assembled(t), factor(t).A, solver.KFIRST, solver.KROW0);
+    }
+  }
+  run_solver(arrays.WORK, reduce_only);
+  if (!blocked() && !unsymmetric()) solver.NNEG = count_negative_pivots(factor());
   const Integers status = status_links();
   const Integers before = factored_status();
   for (int e = 1; e <= sizes.NEQ; ++e) before(e) = status(e) > 0 ? 1 : 0;
 }
 
-void SOLVE(int rhs) { SOLVIS(rhs, solve_only); }
+void SOLVE(int rhs) {
+  run_solver(rhs, solve_only);
+  equation_vector(rhs)(NEQ1()) = 0.0;
+}
+
+double assembled_diagonal(int equation) {
+  return blocked() ? equation_vector(arrays.DIAG)(equation) : assembled().diagonal(equation);
+}
 
 }  // namespace tidearc

@@ -17,10 +17,10 @@ struct SolverBlock {
   int NBLOCK = 1;  ///< matrix blocks, 1 when the whole matrix fits                                  [-]
   int MBLOCK = 0;  ///< length of a matrix block in reals                                           [-]
   int IDIAG = 1;   ///< pool index of the diagonal addresses, integers, NEQ
-  int BLKEQ = 1;   ///< pool index of the number of equations of each block, integers, MAXBLK
-  int KASM =
-      1;  ///< pool index of the assembled matrix, reals, NSTO; first block buffer, MBLOCK, when NBLOCK is above 1
-  int KFAC = 1;    ///< pool index of the factor, reals, NSTO; second block buffer, MBLOCK, when NBLOCK is above 1
+  int BLKEQ = 1;   ///< pool index of the number of equations of each block, integers, MAXBLK; disk jobs alone
+  int BLKFLG = 1;  ///< pool index of marks: prescribed equations reach the block; integers, MAXBLK; likewise
+  int KASM = 1;    ///< pool index of the assembled matrix, reals, NSTO; with blocks of the first buffer, MBLOCK
+  int KFAC = 1;    ///< the same of the factor, and of the second buffer; 0: the factor stands outside the pool
   int NADDED = 0;  ///< element matrices on NT9 since the last block assembly                         [-]
   int KFIRST = 0;  ///< lowest equation touched since the last factorisation, 1..NEQ                [-]
   int KROW0 = 0;   ///< first row of a column whose stored values are not final                     [-]
@@ -38,7 +38,9 @@ static_assert(std::is_trivially_copyable_v<SolverBlock>);
 inline bool records_on_disk() { return solver.KSTOR == 2 || solver.KSTOR == -2; }
 inline bool unsymmetric() { return solver.KSTOR < 0; }
 inline bool blocked() { return solver.NBLOCK > 1; }
-
-inline constexpr int MAXBLK = 20;  ///< most matrix blocks
+/// Triangles that are kept, and the length of one of them in reals. With two, the upper one comes first; they share
+/// their addresses.
+inline int triangles() { return unsymmetric() ? 2 : 1; }
+inline int triangle_length() { return solver.NSTO / triangles(); }
 
 }  // namespace tidearc

@@ -9,7 +9,6 @@
 #include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/solve.h"
-#include "solve/solver.h"
 #include "static/segment.h"
 #include "static/stepping.h"
 
@@ -54,11 +53,9 @@ double euclidean(Reals x, Reals mark) {
 
 /// Sum of w x^2 with w = 1 / max(|K(e,e)|, 0.001).
 double weighted_sum(Reals x, Reals mark) {
-  const Reals K = pool.reals(solver.KASM, solver.NSTO);
-  const Integers IDIAG = pool.integers(solver.IDIAG, sizes.NEQ);
   double sum = ZERO;
   for (int e = 1; e <= sizes.NEQ; ++e)
-    if (mark(e) != ZERO) sum += x(e) * x(e) / std::max(std::abs(K(IDIAG(e))), least_weight_base);
+    if (mark(e) != ZERO) sum += x(e) * x(e) / std::max(std::abs(assembled_diagonal(e)), least_weight_base);
   return sum;
 }
 

@@ -4,6 +4,7 @@
 #include "run/units.h"
 #include "solve/arrays.h"
 #include "solve/solver.h"
+#include "static/scale.h"
 #include "static/segment.h"
 #include "static/stepping.h"
 
@@ -33,7 +34,7 @@ void write_progress_legend() {
 void write_progress_row() {
   write(UNIT_PROGRESS, "I7,I3,I5,1X,F7.4,1X,F7.5,1X,E8.3,1X,E8.3,1X,A3,1X,A3,I5,2G13.5,I5", step.NS, step.NI,
         response.NLSTEP, response.LEVEL, statics.STEPF, step.APPLIED, response.RNORM, step.STACOD, step.STFCOD,
-        solver.NSTUPD, statics.ARC, statics.CSP, solver.NNEG);
+        solver.NSTUPD, scaling.SARC, scaling.CSP, solver.NNEG);
   flush_formatted(UNIT_PROGRESS);  // whoever follows the run sees each iteration
 }
 

@@ -1,12 +1,12 @@
 // SEGIN: the cards of one load segment of a STAT, their rules and defaults.
 #include <algorithm>
-#include <cstdint>
 #include <string>
 
 #include "model/control.h"
 #include "run/stops.h"
 #include "run/vectors.h"
 #include "solve/arrays.h"
+#include "static/scale.h"
 #include "static/segment.h"
 #include "static/segment_cards.h"
 
@@ -15,13 +15,6 @@ namespace {
 
 constexpr int most_top_unbalances = 20;
 constexpr Columns KDIR_columns{26, 30};
-
-/// Deck lines of the four control cards, for messages that come after the last card has been read.
-struct CardLines {
-  std::int64_t solution = 0;
-  std::int64_t control = 0;
-  std::int64_t convergence = 0;
-};
 
 void begin_segment() {
   const int NSEG = segment.NSEG;
@@ -51,11 +44,10 @@ void apply_solution_rules() {
   if (s.KITER != 2) s.KIPAR = 0;
 }
 
-bool read_solution_card(CardLines& lines) {
+bool read_solution_card() {
   SegmentBlock& s = segment;
   read(units.NDIN, "2I5,F10.0,2I5,F10.0,6I5,F10.0", s.KSTEP, s.KNMS, s.SEGVAL, s.NSVEC, s.KDIR, s.STEP0, s.NSTEPS,
        s.KEVENT, s.KITER, s.KIPAR, s.MAXIT, s.KTERM, s.FQUIT);
-  lines.solution = deck_line();
   apply_solution_rules();
   echo_solution_card();
   if ((s.KDIR == 2 && s.KNMS != 3) || s.KDIR > 5) {
@@ -65,11 +57,10 @@ bool read_solution_card(CardLines& lines) {
   return true;
 }
 
-void read_control_card(CardLines& lines) {
+void read_control_card() {
   SegmentBlock& s = segment;
   read(units.NDIN, "9I5,F10.0,I5,I5,2F10.0", s.KSSTF, s.KISTF, s.KBFGS, s.KISTA, s.KPRINT, s.KRST, s.KPOST, s.KMEMB,
        s.KPOSTN, s.ULTFAC, s.MACPR, s.IROB, s.ARCL, s.STEPSZI);
-  lines.control = deck_line();
   if (s.KSSTF == 0) s.KSSTF = 1;
   if (s.KSSTF == 1 && s.KISTF == 0) s.KISTF = 1;
   if (s.KISTA == 0) s.KISTA = s.MAXIT;
@@ -79,7 +70,10 @@ void read_control_card(CardLines& lines) {
 void set_step_factor_and_arc() {
   if (segment.STEPSZI > 0.0) statics.STEPF = segment.STEPSZI;
   if (segment.KIPAR != 2 || !(statics.STEPF > 0.0)) statics.STEPF = segment.STEP0;
-  if (segment.ARCL > 0.0) statics.ARC = segment.ARCL;
+  if (segment.ARCL > 0.0) {
+    statics.ARC = segment.ARCL;
+    scaling.SARC = segment.ARCL;
+  }
 }
 
 /// TAP32 is opened at the first segment of the run that asks for it; each such segment writes the heading.
@@ -90,11 +84,10 @@ void begin_top_list() {
         "' NODE  DOF   OUT-OF-BALANCE '");
 }
 
-void read_convergence_card(CardLines& lines) {
+void read_convergence_card() {
   SegmentBlock& s = segment;
   read(units.NDIN, "2I5,3F10.0,I5,3F10.0,I5", s.KUTYPE, s.KUMOM, s.TOLU, s.TOLL, s.USCALE, s.NLS, s.SUP, s.SLOW, s.TOLS,
        s.NTOP);
-  lines.convergence = deck_line();
   if (s.TOLL == 0.0) s.TOLL = s.TOLU;
   s.NLS = std::max(s.NLS, 1);
   s.NTOP = std::clamp(s.NTOP, 0, std::min(sizes.NEQ, most_top_unbalances));
@@ -119,35 +112,6 @@ void read_restep_card() {
   echo_restep_card();
 }
 
-/// Stops at items that this release reads but cannot act on yet.
-void stop_for_missing_capabilities(const CardLines& lines) {
-  const SegmentBlock& s = segment;
-  struct Item {
-    bool missing;
-    std::string_view name;
-    int value;
-    std::int64_t line;
-    Columns where;
-  };
-  const Item items[] = {
-      {s.KSTEP == 2, "KSTEP", s.KSTEP, lines.solution, {1, 5}},
-      {s.KEVENT > 0, "KEVENT", s.KEVENT, lines.solution, {46, 50}},
-      {s.KITER == 2, "KITER", s.KITER, lines.solution, {51, 55}},
-      {s.KBFGS == 1, "KBFGS", s.KBFGS, lines.control, {11, 15}},
-      {s.NLS > 1, "NLS", s.NLS, lines.convergence, {41, 45}},
-  };
-  bool missing = false;
-  for (const Item& item : items) {
-    if (!item.missing) continue;
-    missing = true;
-    const std::string words = format("'STAT SEGMENT',I5,': ',A6,' =',I5,' IS NOT AVAILABLE IN THIS VERSION'", s.ISEG,
-                                     std::string(item.name) + std::string(6 - item.name.size(), ' '), item.value);
-    fatal_box("     " + words);
-    complain(DeckPlace{item.line, item.where}, words);
-  }
-  if (missing) FATERR("STAT");
-}
-
 }  // namespace
 
 void segment_error(Columns where, std::string_view text) {
@@ -158,15 +122,13 @@ void segment_error(Columns where, std::string_view text) {
 }
 
 bool SEGIN() {
-  CardLines lines;
   begin_segment();
-  const bool card_is_sound = read_solution_card(lines);
+  const bool card_is_sound = read_solution_card();
   const bool vectors_are_sound = read_vectors();
-  read_control_card(lines);
-  read_convergence_card(lines);
+  read_control_card();
+  read_convergence_card();
   if (segment.KTERM == 0) read_restep_card();
   read_participation();
-  if (executing()) stop_for_missing_capabilities(lines);
   return card_is_sound && vectors_are_sound;
 }
 

@@ -104,7 +104,6 @@ inline std::span<const double> prescribed_participation() {
 struct StaticBlock {
   double STEPF = 0.0;                     ///< current step factor                                   [-]
   double ARC = 0.0;                       ///< current arc length                                    [length]
-  double CSP = 0.0;                       ///< current stiffness parameter                           [-]
   bool moving_loads = false;              ///< some pattern depends on the displacements
   std::array<double, 501> accumulated{};  ///< accumulated factor of each force pattern              [-]
   std::array<double, 3> running_total{};  ///< self weight, buoyancy, current factors over all segments

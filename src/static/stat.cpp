@@ -8,7 +8,9 @@
 #include "run/tapefile.h"
 #include "run/units.h"
 #include "solve/arrays.h"
+#include "solve/bfgs.h"
 #include "solve/solver.h"
+#include "static/scale.h"
 #include "static/segment.h"
 #include "static/stepping.h"
 
@@ -34,9 +36,9 @@ void start_analysis() {
   solver.KRESET = 1;
   solver.NELCHK = 1;  // the assembly takes all elements while KRESET is set
   statics.ARC = ZERO;
-  statics.CSP = ZERO;
+  scaling = {};
   step.counters = {};
-  step.NBFGS = 0;
+  forget_pairs();
   clear_node_envelopes();
 }
 

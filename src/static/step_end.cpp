@@ -59,6 +59,10 @@ EndCode end_of_walk() {
 }  // namespace
 
 bool finish_step(Outcome outcome) {
+  if (outcome == Outcome::stopped) {  // the step has no end: nothing to take over, nothing to save
+    --step.since_save;
+    return false;
+  }
   if (outcome == Outcome::converged && segment.KTERM == 0) choose_next_step_size();
   write(units.NDOUT, "/,' RESPONSE AT LOAD STEP',I5,5X,'ITERATION NO.',I5,5X,'LOAD LEVEL =',F10.5", step.NS, step.NI,
         response.LEVEL);

@@ -1,12 +1,16 @@
 // Load stepping: the state of one segment's walk, and the procedures that make up a step.
 //
-//   stat.cpp      the macro: its card, its segments, its end
-//   walk.cpp      one segment: start, step loop, end
-//   step.cpp      one step: iterations to equilibrium, restep
-//   step_end.cpp  what follows an accepted step: prints, envelopes, saves, the next step size
-//   control.cpp   when to form the stiffness and when to take over the state
-//   norm.cpp      the unbalance norm and the largest unbalances
-//   progress.cpp  the table on the progress file
+//   stat.cpp       the macro: its card, its segments, its end
+//   walk.cpp       one segment: start, step loop, end
+//   step.cpp       one step: its iterations, one pass after the other
+//   increment.cpp  one pass up to its increment: load, updates, solution, load increment
+//   trial.cpp      the state of a trial: events, line search, acceptance
+//   restep.cpp     steps that do not come to rest: smaller steps, and the ways out
+//   step_end.cpp   what follows an accepted step: prints, envelopes, saves, the next step size
+//   scale.cpp      the load increment as an unknown; stepvec.cpp its targets, constraint.cpp its formulas
+//   control.cpp    when to form the stiffness and when to take over the state
+//   norm.cpp       the unbalance norm and the largest unbalances
+//   progress.cpp   the table on the progress file
 #pragma once
 
 #include <array>
@@ -41,7 +45,6 @@ struct StepBlock {
   int KSTA = 0;          ///< state decision: 1 take over, 0 no
   int NATTS = 0;         ///< attempts to go below the smallest step in this segment         [-]
   int NEVT = 0;          ///< events in this step                                            [-]
-  int NBFGS = 0;         ///< update vectors since the last factorisation                    [-]
   UpdateCounters counters{};
   std::array<char, 3> STACOD{'N', 'O', ' '};  ///< "YES" when the last iteration took over the state
   std::array<char, 3> STFCOD{'N', 'O', ' '};  ///< "YES" when it formed the stiffness
@@ -65,6 +68,7 @@ enum class Outcome {
   restep,     ///< the state at the step start stands again; take the step anew
   fatal,      ///< the segment ends; step.end tells why
   lost,       ///< not finite: the state of the last accepted step stands again; the segment ends
+  stopped,    ///< no load increment was found: the state last determined stands; the segment ends without a word
 };
 
 /// Takes one step from begin to acceptance.

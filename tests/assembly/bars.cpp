@@ -1,6 +1,8 @@
 // Bars between a few nodes.
 #include "bars.h"
 
+#include <stdexcept>
+
 #include "../support/element_model.h"
 #include "elements/contract/group.h"
 #include "elements/contract/pass.h"
@@ -17,6 +19,7 @@
 #include "run/workpool.h"
 #include "solve/arrays.h"
 #include "solve/solver.h"
+#include "solve/stiffness_area.h"
 
 namespace tidearc::test {
 
@@ -57,14 +60,18 @@ void place_nodes(const std::vector<BarNode>& model_nodes) {
 double entry(int matrix, int i, int j) {
   const Integers IDIAG = pool.integers(solver.IDIAG, NEQ1());
   const int address = IDIAG(j) + i - j;
-  return address <= (j == 1 ? 0 : IDIAG(j - 1)) ? 0.0 : pool.reals(matrix, solver.NSTO)(address);
+  return address <= (j == 1 ? 0 : IDIAG(j - 1)) ? 0.0 : pool.reals(matrix, triangle_length())(address);
 }
 
 }  // namespace
 
-BarModel::BarModel(const std::vector<BarNode>& model_nodes, const std::vector<Bar>& bars)
+BarModel::BarModel(const std::vector<BarNode>& model_nodes, const std::vector<Bar>& bars, int KSTOR, int NWDBLK)
     : scratch_(group_cards(bars)) {
   reset_model();
+  solver.KSTOR = KSTOR;
+  solver.NWDBLK = NWDBLK;
+  keep_scratch_in_memory(!records_on_disk());
+  open_formatted(UNIT_PROGRESS, "TAP53", OpenMode::fresh);
   pool.allocate(pool_words);
   sizes.NELGR = bars.empty() ? 0 : 1;
   place_nodes(model_nodes);
@@ -72,15 +79,16 @@ BarModel::BarModel(const std::vector<BarNode>& model_nodes, const std::vector<Ba
   carve_element_vectors();
   ELDATA();
   carve_analysis_arrays();
-  solver.KASM = carve_reals(solver.NSTO);
-  solver.KFAC = carve_reals(solver.NSTO);
-  storage.KEDAT = storage.NEXT;
+  if (!carve_stiffness(element_counts.MAXLEI + 1)) throw std::runtime_error("no blocks");
   LODELM();
 }
 
 BarModel::~BarModel() { reset_model(); }
 
-double BarModel::stiffness(int i, int j) const { return i > j ? entry(solver.KASM, j, i) : entry(solver.KASM, i, j); }
+double BarModel::stiffness(int i, int j) const {
+  if (i <= j) return entry(solver.KASM, i, j);
+  return entry(solver.KASM + (triangles() - 1) * ITWO * triangle_length(), j, i);
+}
 double BarModel::factor(int i, int j) const { return entry(solver.KFAC, i, j); }
 
 void BarModel::begin_macro() const {

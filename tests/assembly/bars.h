@@ -19,17 +19,20 @@ struct Bar {
   int KGEOM = 0;
 };
 
-/// Bars of E A = 1000 in the work array, read by element input, ready for assembly; no forces, no displacements.
+/// Bars of E A = 1000 in the work array, read by element input, ready for assembly; no forces, no displacements. The
+/// storage scheme is that of a storage card.
 class BarModel {
  public:
-  BarModel(const std::vector<BarNode>& model_nodes, const std::vector<Bar>& bars);
+  BarModel(const std::vector<BarNode>& model_nodes, const std::vector<Bar>& bars, int KSTOR = 1, int NWDBLK = 0);
   ~BarModel();
 
-  double stiffness(int i, int j) const;  ///< entry of the assembled matrix, 0 outside the profile
-  double factor(int i, int j) const;     ///< entry of KFAC, i not above j, inside the profile
+  /// Entry of the matrix assembled in core, 0 outside the profile; of two triangles the one in which it stands.
+  double stiffness(int i, int j) const;
+  double factor(int i, int j) const;  ///< entry of KFAC, i not above j, inside the profile
   std::string report() const { return scratch_.report(); }
   std::size_t report_size() const { return scratch_.report().size(); }
   std::string errors() const { return scratch_.errors(); }
+  std::string progress() const { return scratch_.contents("TAP53"); }
   /// As a macro begins: everything is to be formed.
   void begin_macro() const;
 

@@ -4,9 +4,12 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstring>
+#include <iterator>
 
 #include "elements/contract/group.h"
 #include "elements/contract/input.h"
+#include "elements/contract/state_log.h"
 #include "elements/contract/stiffness.h"
 #include "model/control.h"
 #include "run/layout.h"
@@ -55,7 +58,15 @@ void read_springs() {
 void stretch_spring() {
   FakeSpring& spring = current_record<FakeSpring>();
   for (std::size_t c = 0; c < 3; ++c) spring.difference[c] += element.EDISP[c] - element.EDISP[c + 3];
-  spring.code = spring.difference[0] > 1.0 ? 1 : 0;
+  const int code = spring.difference[0] > 1.0 ? 1 : 0;
+  if (code != spring.code) {
+    StateLogRecord change{};
+    change.number = spring.head.number;
+    change.code = code;
+    change.group = element.IGRP;
+    log_state_change(change);
+  }
+  spring.code = code;
   spring.largest = std::max(spring.largest, spring.difference[0]);
   spring.head.KSTIF = spring.code == spring.last_code ? 0 : 1;
   note("state");
@@ -139,23 +150,61 @@ MatrixForm form_block(int, double, double, bool) {
   return MatrixForm::packed;
 }
 
+/// One card per group: the node of every element.
+void read_latches() {
+  int node = 0;
+  read(units.NDIN, "I5", node);
+  for (int i = 0; i < group.NUMEL; ++i) {
+    FakeLatch& latch = start<FakeLatch>(group.NFIRST + i);
+    latch.head.LM[0] = node;
+    lower_column_heights(latch.head.LM, 6);
+    write_element_record();
+  }
+}
+void move_latch() {
+  FakeLatch& latch = current_record<FakeLatch>();
+  latch.displacement += element.EDISP[0];
+  ++latch.moves;
+  std::fill_n(latch.filler, std::size(latch.filler), latch.moves);
+  if (std::abs(latch.displacement) > 1.0) latch.head.KSTIF = 1;
+}
+void resist_latch() {
+  element.ERES = {};
+  element.ERES[0] = 2.0 * current_record<FakeLatch>().displacement;
+  element.EDAMP = {};
+}
+MatrixForm form_latch(int, double, double, bool) {
+  FakeLatch& latch = current_record<FakeLatch>();
+  std::fill_n(element.EMAT.begin(), 36, 0.0);
+  element.EMAT[0] = latch.displacement;
+  ++latch.formed;
+  std::memcpy(latch.formed_at, &latch.displacement, sizeof latch.formed_at);
+  latch.head.KSTIF = 0;
+  note("form");
+  return MatrixForm::full;
+}
+
+constexpr ElementOperations latch = {read_latches, move_latch, resist_latch, nullptr,
+                                     form_latch,   nullptr,    nullptr,      nullptr};
 constexpr ElementOperations spring = {read_springs, stretch_spring, resist_spring,         damp_spring,
                                       form_spring,  spring_event,   print_spring_envelope, print_spring};
 constexpr ElementOperations block = {read_blocks, move_block, resist_block, nullptr,
                                      form_block,  nullptr,    nullptr,      nullptr};
 
 constexpr ElementType spring_type = {
-    1, "FAKE SPRINGS", 6, spring_first, 42, 0, words(offsetof(FakeSpring, last_code)) + 1, spring};
-constexpr ElementType slip_type = {
-    22, "FAKE SLIPS", 6, spring_first, 42, 0, words(offsetof(FakeSpring, last_code)) + 1, spring};
-constexpr ElementType block_type = {11, "FAKE BLOCKS", 6, words(sizeof(FakeBlock)), 0, 0, 0, block};
-constexpr ElementType no_type = {2, "NOT BUILT", 12, 668, 156, 2, 0, {}};
+    1, "FAKE SPRINGS", 6, spring_first, 42, 0, words(offsetof(FakeSpring, last_code)) + 1, 2, spring};
+constexpr ElementType slip_type = {22, "FAKE SLIPS", 6, spring_first, 42, 0, words(offsetof(FakeSpring, last_code)) + 1,
+                                   0,  spring};
+constexpr ElementType block_type = {11, "FAKE BLOCKS", 6, words(sizeof(FakeBlock)), 0, 0, 0, 1, block};
+constexpr ElementType latch_type = {13, "FAKE LATCHES", 6, latch_first, 2, 1, 0, 1, latch};
+constexpr ElementType no_type = {2, "NOT BUILT", 12, 668, 156, 2, 0, 2, {}};
 
 }  // namespace
 }  // namespace test
 
 const ElementType& element_type(int ITYPE) {
   if (ITYPE == 11) return test::block_type;
+  if (ITYPE == 13) return test::latch_type;
   if (ITYPE == 22) return test::slip_type;
   return ITYPE >= 2 && ITYPE <= 28 ? test::no_type : test::spring_type;
 }

@@ -1,5 +1,6 @@
-// Two small types of element for tests of the passes: a bar with one word of stiffness history and a tail, as type 1,
-// and a block without a tail, as type 11. All others are not available.
+// Three small types of element for tests of the passes: a bar with one word of stiffness history and a tail, as type 1,
+// a block without a tail, as type 11, and a latch with a long record that never takes its KSTIF back, as type 13. All
+// others are not available.
 #pragma once
 
 #include <string>
@@ -11,7 +12,7 @@
 namespace tidearc::test {
 
 /// Spring between two nodes, three freedoms each: force `stiffness` times the difference of the translations. Its
-/// stiffness halves where the first difference is above 1.
+/// stiffness halves where the first difference is above 1, and the change goes on the state log.
 struct FakeSpring {
   ElementHead<6> head;
   int NODEI, NODEJ;
@@ -30,6 +31,19 @@ struct FakeBlock {
   ElementHead<6> head;
   double displacement;
 };
+
+/// Holds one node with a force of twice its displacement in the first direction. A displacement beyond 1 sets KSTIF,
+/// which nothing but the stiffness pass clears.
+struct FakeLatch {
+  ElementHead<6> head;
+  int moves;  ///< determinations since the start, those that were given up not counted
+  int pad;
+  double displacement;
+  int filler[685];  ///< `moves` everywhere
+  int formed;       ///< tail: times that the matrix was formed
+  int formed_at[2];
+};
+inline constexpr int latch_first = words(sizeof(FakeLatch)) - 3;  // odd, as no type of ours is
 
 /// What the operations were called for, in order: "state 1/3" for element 3 of group 1.
 inline std::vector<std::string> calls;

@@ -1,7 +1,6 @@
 // Passes that leave the states as they are: the event pass, resisting forces, dynamic forces.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -9,7 +8,6 @@
 #include "fake_types.h"
 #include "lattice.h"
 #include "model/control.h"
-#include "run/workpool.h"
 #include "solve/arrays.h"
 
 namespace tidearc::test {
@@ -21,17 +19,18 @@ std::string three_groups() {
          spring_card(4, 1, 3, 50.0) + group_card(11, 1) + "    2\n";
 }
 
-std::vector<Word> all_records() {
-  const int count = 3 * (spring_words + 1) + words(sizeof(FakeBlock)) + 1;
-  const Word* first = pool.words(storage.KEDAT, count);
-  return {first, first + count};
-}
+class EventPass : public EveryScheme {};
+class ResistingForces : public EveryScheme {};
+class DynamicForces : public EveryScheme {};
+IN_EVERY_SCHEME(EventPass);
+IN_EVERY_SCHEME(ResistingForces);
+IN_EVERY_SCHEME(DynamicForces);
 
 void put(int vector, int equation, double value) { equation_vector(vector)(equation) = value; }
 
 // Springs soften at a difference of 1. With an increment of 4 at node 1 springs 1 and 3 (number 4 of group 2) do at a
 // quarter of it; spring 2 does not move.
-TEST(EventPass, OfEqualFactorsTheFirstInTheOrderOfTheDeckWins) {
+TEST_P(EventPass, OfEqualFactorsTheFirstInTheOrderOfTheDeckWins) {
   Line line(3, three_groups(), 3);
   line.build();
   put(arrays.WORK, 1, 4.0);
@@ -44,7 +43,7 @@ TEST(EventPass, OfEqualFactorsTheFirstInTheOrderOfTheDeckWins) {
 }
 
 // Node 1 by 4, node 2 by 3: spring 1 stretches by 1, spring 2 by 3, spring 4 by 4.
-TEST(EventPass, TellsGroupAndNumberOfTheSmallestFactor) {
+TEST_P(EventPass, TellsGroupAndNumberOfTheSmallestFactor) {
   Line line(3, three_groups(), 3);
   line.build();
   put(arrays.WORK, 1, 4.0);
@@ -55,7 +54,7 @@ TEST(EventPass, TellsGroupAndNumberOfTheSmallestFactor) {
   EXPECT_EQ(found.IMEM, 4);
 }
 
-TEST(EventPass, AFactorOfOneIsNoEvent) {
+TEST_P(EventPass, AFactorOfOneIsNoEvent) {
   Line line(3, three_groups(), 3);
   line.build();
   put(arrays.WORK, 1, 1.0);  // exactly the whole increment
@@ -66,39 +65,39 @@ TEST(EventPass, AFactorOfOneIsNoEvent) {
   EXPECT_EQ(found.IMEM, 0);
 }
 
-TEST(EventPass, StartsFromTheStateAtHandAndLeavesIt) {
+TEST_P(EventPass, StartsFromTheStateAtHandAndLeavesIt) {
   Line line(3, three_groups(), 3);
   line.build();
   line.displace(1, 1, 0.5);
   determine_states();  // not taken over
-  const std::vector<Word> before = all_records();
+  const std::vector<std::vector<Word>> before = records_at_hand();
   put(arrays.WORK, 1, 1.0);
   EXPECT_DOUBLE_EQ(first_event(arrays.WORK).EFAC, 0.5);
-  EXPECT_EQ(all_records(), before);
+  EXPECT_EQ(records_at_hand(), before);
 }
 
 // Node 1's local 2 is -X.
-TEST(EventPass, TurnsTheIncrementOfNodesWithLocalAxes) {
+TEST_P(EventPass, TurnsTheIncrementOfNodesWithLocalAxes) {
   Line line(3, three_groups(), 3, true);
   line.build();
   put(arrays.WORK, 2, -2.0);
   EXPECT_DOUBLE_EQ(first_event(arrays.WORK).EFAC, 0.5);
 }
 
-TEST(EventPass, AModelWithoutElementsHasNone) {
+TEST_P(EventPass, AModelWithoutElementsHasNone) {
   Line line(3, group_card(1, 0), 1);
   line.build();
   put(arrays.WORK, 1, 4.0);
   EXPECT_EQ(first_event(arrays.WORK).EFAC, 1.0);
 }
 
-TEST(ResistingForces, AreThoseOfTheStatesAtHandWhateverTheDisplacementsSay) {
+TEST_P(ResistingForces, AreThoseOfTheStatesAtHandWhateverTheDisplacementsSay) {
   Line line(3, three_groups(), 3);
   line.build();
   line.displace(1, 1, 0.5);
   line.displace(2, 1, 0.25);
   determine_states();
-  const std::vector<Word> before = all_records();
+  const std::vector<std::vector<Word>> before = records_at_hand();
   calls.clear();
   line.displace(1, 1, 9.0);
   put(arrays.WORK, 1, 77.0);
@@ -106,7 +105,7 @@ TEST(ResistingForces, AreThoseOfTheStatesAtHandWhateverTheDisplacementsSay) {
   // Spring 1: 100 (0.5 - 0.25), spring 4: 50 * 0.5; node 2: -25 + 200 * 0.25, and 0.25 of the block.
   EXPECT_DOUBLE_EQ(equation_vector(arrays.WORK)(1), 50.0);
   EXPECT_DOUBLE_EQ(equation_vector(arrays.WORK)(4), 25.25);
-  EXPECT_EQ(all_records(), before);
+  EXPECT_EQ(records_at_hand(), before);
   EXPECT_TRUE(calls.empty()) << "no state is determined";
 }
 
@@ -120,11 +119,11 @@ void set_in_motion(const Line& line) {
 }
 
 // The springs' damping is their stiffness: (1 + 0.5) 2 + 0.25 * 8 = 5 at node 1, times 100 and 50.
-TEST(DynamicForces, ApplyTheTypesToVelocitiesAndAccelerations) {
+TEST_P(DynamicForces, ApplyTheTypesToVelocitiesAndAccelerations) {
   Line line(3, three_groups(), 3);
   line.build();
   set_in_motion(line);
-  const std::vector<Word> before = all_records();
+  const std::vector<std::vector<Word>> before = records_at_hand();
   put(arrays.WORK, 1, 77.0);
   put(arrays.BFGS1, 1, 55.0);
   sum_dynamic_forces(0.5, 0.25, arrays.VEL, arrays.ACC, {.effective = arrays.WORK});
@@ -132,10 +131,10 @@ TEST(DynamicForces, ApplyTheTypesToVelocitiesAndAccelerations) {
   EXPECT_EQ(equation_vector(arrays.WORK)(2), 0.0);
   EXPECT_EQ(equation_vector(arrays.BFGS1)(1), 55.0) << "not asked for";
   EXPECT_EQ(calls, (std::vector<std::string>{"dynamic 1/1", "dynamic 1/2", "dynamic 2/4"})) << "blocks have none";
-  EXPECT_EQ(all_records(), before);
+  EXPECT_EQ(records_at_hand(), before);
 }
 
-TEST(DynamicForces, GiveResistingAndDampingForcesWhenAskedFor) {
+TEST_P(DynamicForces, GiveResistingAndDampingForcesWhenAskedFor) {
   Line line(3, three_groups(), 3);
   line.build();
   set_in_motion(line);
@@ -150,7 +149,7 @@ TEST(DynamicForces, GiveResistingAndDampingForcesWhenAskedFor) {
 }
 
 // Node 1's local 1 is Y, its local 2 is -X: a local velocity of 2 in 2 is -2 in X, and the force comes back likewise.
-TEST(DynamicForces, TurnBothWays) {
+TEST_P(DynamicForces, TurnBothWays) {
   Line line(3, three_groups(), 3, true);
   line.build();
   put(arrays.VEL, 2, 2.0);

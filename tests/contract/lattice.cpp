@@ -4,6 +4,7 @@
 #include "elements/contract/group.h"
 #include "elements/contract/pass.h"
 #include "elements/contract/state_log.h"
+#include "elements/contract/walk.h"
 #include "elements/contract/work.h"
 #include "fake_types.h"
 #include "model/control.h"
@@ -33,9 +34,27 @@ void turn_first_node() {
 
 }  // namespace
 
+void EveryScheme::SetUp() { Line::scheme = GetParam(); }
+void EveryScheme::TearDown() { Line::scheme = Scheme::core; }
+
+std::string scheme_name(const testing::TestParamInfo<Scheme>& info) {
+  constexpr const char* names[] = {"core", "stream", "disk"};
+  return names[static_cast<int>(info.param)];
+}
+
+std::vector<std::vector<Word>> records_at_hand() {
+  std::vector<std::vector<Word>> records;
+  for_each_element(Pass::reading, [&](const ElementType&, const Word* record, int) {
+    records.emplace_back(record, record + group.LEI);
+  });
+  return records;
+}
+
 Line::Line(int node_count, const std::string& cards, int groups, bool turned, int pool_words) : scratch_(cards) {
   reset_model();
   calls.clear();
+  solver.KSTOR = scheme == Scheme::core ? 1 : 2;
+  keep_scratch_in_memory(scheme != Scheme::disk);
   pool.allocate(pool_words);
   sizes.NUMNP = node_count;
   sizes.NELGR = groups;
@@ -83,6 +102,7 @@ void Line::update_state() const {
 std::string group_card(int ITYPE, int NUMEL, int NFIRST, const std::string& title) {
   return format("3I5,2F10.2,5X,A40", ITYPE, NUMEL, NFIRST, 0.5, 0.25, title) + "\n";
 }
+std::string node_card(int node) { return format("I5", node) + "\n"; }
 std::string spring_card(int number, int I, int J, double stiffness) {
   return format("3I5,F10.2", number, I, J, stiffness) + "\n";
 }

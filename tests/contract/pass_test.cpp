@@ -7,7 +7,6 @@
 #include <cstring>
 #include <vector>
 
-#include "elements/contract/state_log.h"
 #include "elements/contract/stiffness.h"
 #include "fake_types.h"
 #include "lattice.h"
@@ -29,12 +28,22 @@ std::string two_groups() {
 }
 
 FakeSpring spring(int running) {
+  const std::vector<Word> found = records_at_hand()[static_cast<std::size_t>(running - 1)];
   FakeSpring record;
-  std::memcpy(&record, pool.words(storage.KEDAT + (spring_words + 1) * (running - 1), spring_words), sizeof(record));
+  std::memcpy(&record, found.data(), sizeof(record));
   return record;
 }
 
-TEST(Determination, SumsTheForcesOfAllElements) {
+class Determination : public EveryScheme {};
+class Generations : public EveryScheme {};
+class StiffnessPass : public EveryScheme {};
+class ElementReports : public EveryScheme {};
+IN_EVERY_SCHEME(Determination);
+IN_EVERY_SCHEME(Generations);
+IN_EVERY_SCHEME(StiffnessPass);
+IN_EVERY_SCHEME(ElementReports);
+
+TEST_P(Determination, SumsTheForcesOfAllElements) {
   Line line(3, two_groups(), 2);
   line.build();
   line.displace(1, 1, 0.5);
@@ -49,7 +58,7 @@ TEST(Determination, SumsTheForcesOfAllElements) {
   EXPECT_DOUBLE_EQ(line.force(1, 1), 75.0) << "summed anew";
 }
 
-TEST(Determination, StartsFromTheLastStateUpdate) {
+TEST_P(Determination, StartsFromTheLastStateUpdate) {
   Line line(3, two_groups(), 2);
   line.build();
   line.displace(1, 1, 0.5);
@@ -65,7 +74,7 @@ TEST(Determination, StartsFromTheLastStateUpdate) {
   EXPECT_DOUBLE_EQ(spring(1).difference[0], 0.75);
 }
 
-TEST(Determination, MarksTheLastElementWithAChangedMatrix) {
+TEST_P(Determination, MarksTheLastElementWithAChangedMatrix) {
   Line line(3, two_groups(), 2);
   line.build();
   form_element_matrices(0, true, 0, [](const ElementMatrix&) {});
@@ -80,7 +89,7 @@ TEST(Determination, MarksTheLastElementWithAChangedMatrix) {
   EXPECT_EQ(solver.NELCHK, 2);
 }
 
-TEST(Determination, DoesNotLowerTheMarkWhileTheMatrixIsToBeRebuilt) {
+TEST_P(Determination, DoesNotLowerTheMarkWhileTheMatrixIsToBeRebuilt) {
   Line line(3, two_groups(), 2);
   line.build();
   form_element_matrices(0, true, 0, [](const ElementMatrix&) {});
@@ -91,7 +100,7 @@ TEST(Determination, DoesNotLowerTheMarkWhileTheMatrixIsToBeRebuilt) {
 }
 
 // Node 1's local 1 is global Y, its local 2 is global -X.
-TEST(Determination, TurnsTheComponentsOfNodesWithLocalAxes) {
+TEST_P(Determination, TurnsTheComponentsOfNodesWithLocalAxes) {
   Line line(3, two_groups(), 2, true);
   line.build();
   line.displace(1, 1, 0.5);
@@ -105,7 +114,7 @@ TEST(Determination, TurnsTheComponentsOfNodesWithLocalAxes) {
   EXPECT_DOUBLE_EQ(line.force(2, 2), -50.0);
 }
 
-TEST(Determination, FreedomsWithoutASlotGatherZeroAndScatterNowhere) {
+TEST_P(Determination, FreedomsWithoutASlotGatherZeroAndScatterNowhere) {
   Line line(3, group_card(11, 2) + "    2\n", 1);
   line.build();
   line.displace(2, 1, 3.0);
@@ -115,7 +124,7 @@ TEST(Determination, FreedomsWithoutASlotGatherZeroAndScatterNowhere) {
   EXPECT_EQ(line.force(2, 2), 0.0);
 }
 
-TEST(Generations, WordsOfTheStiffnessPassBelongToNeither) {
+TEST_P(Generations, WordsOfTheStiffnessPassBelongToNeither) {
   Line line(3, two_groups(), 2);
   line.build();
   form_element_matrices(0, true, 0, [](const ElementMatrix&) {});
@@ -126,7 +135,7 @@ TEST(Generations, WordsOfTheStiffnessPassBelongToNeither) {
   EXPECT_EQ(spring(1).head.KSTIF, 0);
 }
 
-TEST(Generations, RecoveringGoesBackToBothGenerations) {
+TEST_P(Generations, RecoveringGoesBackToBothGenerations) {
   Line line(3, two_groups(), 2);
   line.build();
   line.displace(1, 1, 0.25);
@@ -134,20 +143,18 @@ TEST(Generations, RecoveringGoesBackToBothGenerations) {
   line.update_state();
   line.displace(1, 1, 0.5);
   determine_states();
-  FILE(units.NT15, "REWI");
-  const Word before = 77;
-  FILE(units.NT15, "WRIT", 1, &before);  // what a step keeps before the element states
   save_states();
+  const Word behind = 77;
+  FILE(units.NT15, "WRIT", 1, &behind);  // what a step keeps behind the element states
 
   line.displace(1, 1, 9.0);
   determine_states();
   line.update_state();
   form_element_matrices(0, true, 0, [](const ElementMatrix&) {});
-  FILE(units.NT15, "REWI");
+  recover_states();
   Word found = 0;
   FILE(units.NT15, "READ", 1, &found);
   EXPECT_EQ(found, 77);
-  recover_states();
   EXPECT_DOUBLE_EQ(spring(1).difference[0], 0.5) << "current";
   EXPECT_EQ(spring(1).last_code, 1) << "what was delivered last stays known";
   equation_vector(arrays.U0)(1) = 0.25;
@@ -157,7 +164,7 @@ TEST(Generations, RecoveringGoesBackToBothGenerations) {
 }
 
 // The extreme of the first determination stays when a state is updated and when another macro starts.
-TEST(Generations, EnvelopesLastThroughStateUpdates) {
+TEST_P(Generations, EnvelopesLastThroughStateUpdates) {
   Line line(3, two_groups(), 2);
   line.build();
   line.displace(1, 1, 0.75);
@@ -181,7 +188,7 @@ std::vector<Formed> form(bool reset, int NELCHK) {
   return formed;
 }
 
-TEST(StiffnessPass, FormsEveryElementAfterAReset) {
+TEST_P(StiffnessPass, FormsEveryElementAfterAReset) {
   Line line(3, two_groups(), 2);
   line.build();
   EXPECT_EQ(form(true, 0).size(), 3u);
@@ -189,7 +196,7 @@ TEST(StiffnessPass, FormsEveryElementAfterAReset) {
   EXPECT_EQ(form(true, 0)[0].EMAT[0], 100.0);
 }
 
-TEST(StiffnessPass, FormsOnlyChangedElementsUpToTheMark) {
+TEST_P(StiffnessPass, FormsOnlyChangedElementsUpToTheMark) {
   Line line(3, two_groups(), 2);
   line.build();
   form(true, 0);
@@ -204,7 +211,7 @@ TEST(StiffnessPass, FormsOnlyChangedElementsUpToTheMark) {
   EXPECT_EQ(calls, std::vector<std::string>{"form 2/4"});
 }
 
-TEST(StiffnessPass, DeliversEquationsAndKeepsSlots) {
+TEST_P(StiffnessPass, DeliversEquationsAndKeepsSlots) {
   Line line(3, two_groups(), 2);
   line.build();
   const std::vector<Formed> formed = form(true, 0);
@@ -212,7 +219,7 @@ TEST(StiffnessPass, DeliversEquationsAndKeepsSlots) {
   EXPECT_EQ(spring(2).head.LM[1], 5) << "slot of component 2 at node 2";
 }
 
-TEST(StiffnessPass, TurnsBothSidesOfTheMatrix) {
+TEST_P(StiffnessPass, TurnsBothSidesOfTheMatrix) {
   Line line(3, two_groups(), 2, true);
   line.build();
   const std::vector<double> K = form(true, 0)[0].EMAT;
@@ -225,7 +232,7 @@ TEST(StiffnessPass, TurnsBothSidesOfTheMatrix) {
   EXPECT_DOUBLE_EQ(spring(1).tangent[3], -100.0) << "the record keeps global axes";
 }
 
-TEST(StiffnessPass, ATypeWithoutATailHasNone) {
+TEST_P(StiffnessPass, ATypeWithoutATailHasNone) {
   Line line(3, group_card(11, 2) + "    2\n" + group_card(1, 1) + spring_card(1, 1, 2), 2);
   line.build();
   EXPECT_EQ(form(true, 0).size(), 3u);
@@ -234,7 +241,7 @@ TEST(StiffnessPass, ATypeWithoutATailHasNone) {
 }
 
 // Blocks deliver packed: entry (i, j), i not above j, is 10 i + j.
-TEST(StiffnessPass, TheTypeTellsTheFormOfItsMatrix) {
+TEST_P(StiffnessPass, TheTypeTellsTheFormOfItsMatrix) {
   Line line(3, group_card(11, 1) + "    2\n" + group_card(1, 1) + spring_card(1, 1, 2), 2);
   line.build();
   std::vector<bool> packed;
@@ -249,7 +256,7 @@ TEST(StiffnessPass, TheTypeTellsTheFormOfItsMatrix) {
 }
 
 // Local 1 of node 1 is global Y, local 2 is -X: K'(1,1) = K(2,2), K'(1,2) = -K(2,1), K'(1,4) = K(2,4).
-TEST(StiffnessPass, APackedMatrixIsTurnedAsAFullOne) {
+TEST_P(StiffnessPass, APackedMatrixIsTurnedAsAFullOne) {
   Line line(3, group_card(11, 1) + "    1\n", 1, true);
   line.build();
   int calls_of_add = 0;
@@ -298,14 +305,14 @@ TEST(DeliveredChange, KeepsTheUpperTriangleByRows) {
   EXPECT_EQ(delivered[3], 14.0);
 }
 
-TEST(ElementReports, WalkInTheOrderOfTheDeckAndSkipTypesWithoutAPrint) {
+TEST_P(ElementReports, WalkInTheOrderOfTheDeckAndSkipTypesWithoutAPrint) {
   Line line(3, group_card(11, 1) + "    2\n" + two_groups(), 3);
   line.build();
   print_elements();
   EXPECT_EQ(calls, (std::vector<std::string>{"print 2/1", "print 2/2", "print 3/4"}));
 }
 
-TEST(ElementReports, EnvelopesHaveOneTitlePerGroup) {
+TEST_P(ElementReports, EnvelopesHaveOneTitlePerGroup) {
   Line line(3, group_card(1, 0) + two_groups(), 3);
   line.build();
   response.TIME = 12.0;
@@ -320,7 +327,7 @@ TEST(ElementReports, EnvelopesHaveOneTitlePerGroup) {
   EXPECT_EQ(report.substr(at - 56, 56), "1" + std::string(54, '*') + "\n");
 }
 
-TEST(ElementReports, AGroupWithoutElementsBetweenOthersPrintsNothing) {
+TEST_P(ElementReports, AGroupWithoutElementsBetweenOthersPrintsNothing) {
   Line line(3, group_card(1, 1) + spring_card(1, 1, 2) + group_card(1, 0) + group_card(1, 1) + spring_card(1, 2, 3), 3);
   line.build();
   print_elements();
@@ -330,122 +337,6 @@ TEST(ElementReports, AGroupWithoutElementsBetweenOthersPrintsNothing) {
   EXPECT_NE(report.find("RESPONSE ENVELOPES, ELEMENT GROUP  1"), std::string::npos);
   EXPECT_EQ(report.find("RESPONSE ENVELOPES, ELEMENT GROUP  2"), std::string::npos);
   EXPECT_NE(report.find("RESPONSE ENVELOPES, ELEMENT GROUP  3"), std::string::npos);
-}
-
-StateLogRecord change(int number) {
-  StateLogRecord record{};
-  record.number = number;
-  return record;
-}
-/// Element numbers of all records on the log.
-std::vector<int> logged(int count) {
-  std::vector<int> numbers;
-  FILE(UNIT_STATE_LOG, "REWI");
-  FILE(UNIT_STATE_LOG, "SKIP", 1);
-  for (int i = 0; i < count; ++i) numbers.push_back(next_record(UNIT_STATE_LOG)[1]);
-  return numbers;
-}
-bool ends_behind(int count) {
-  logged(count);
-  return stop_of([] { next_record(UNIT_STATE_LOG); }).has_value();
-}
-
-TEST(StateLog, IsWrittenOnlyWhileItsFileIsOpen) {
-  Line line(3, "", 0);
-  log_state_change(change(1));
-  EXPECT_FALSE(is_open_tape(UNIT_STATE_LOG));
-  EXPECT_EQ(state_log.written, 0);
-}
-
-TEST(StateLog, RecordsFollowTheHeader) {
-  Line line(3, "", 0);
-  open_tape(UNIT_STATE_LOG, "OVRLOAD", true);
-  const Word header = 0;
-  FILE(UNIT_STATE_LOG, "WRIT", 1, &header);
-  FILE(UNIT_STATE_LOG, "REWI");
-  log_state_change(change(11));
-  log_state_change(change(12));
-  EXPECT_EQ(logged(2), (std::vector<int>{11, 12}));
-}
-
-TEST(StateLog, UncommittedRecordsAreDropped) {
-  Line line(3, "", 0);
-  open_tape(UNIT_STATE_LOG, "OVRLOAD", true);
-  log_state_change(change(11));
-  commit_changes();
-  log_state_change(change(12));
-  log_state_change(change(13));
-  drop_uncommitted_changes();
-  log_state_change(change(14));
-  commit_changes();
-  EXPECT_TRUE(ends_behind(2));
-  EXPECT_EQ(logged(2), (std::vector<int>{11, 14}));
-}
-
-TEST(StateLog, DroppedRecordsAreCutAtTheStateUpdate) {
-  for (const bool with_record : {false, true}) {
-    Line line(3, "", 0);
-    open_tape(UNIT_STATE_LOG, "OVRLOAD", true);
-    if (with_record) log_state_change(change(11));
-    commit_changes();
-    log_state_change(change(12));
-    drop_uncommitted_changes();
-    commit_changes();
-    EXPECT_TRUE(ends_behind(with_record ? 1 : 0));
-  }
-}
-
-TEST(StateLog, RecoveringGoesBackToTheSavedRecords) {
-  Line line(3, two_groups(), 2);
-  open_tape(UNIT_STATE_LOG, "OVRLOAD", true);
-  line.build();
-  log_state_change(change(11));
-  commit_changes();
-  FILE(units.NT15, "REWI");
-  save_states();
-  log_state_change(change(12));
-  commit_changes();
-  log_state_change(change(13));
-  FILE(units.NT15, "REWI");
-  recover_states();
-  log_state_change(change(14));
-  commit_changes();
-  EXPECT_TRUE(ends_behind(2));
-  EXPECT_EQ(logged(2), (std::vector<int>{11, 14}));
-}
-
-// A determination at zero increment before the first step may log a change. Nothing has committed it when the step
-// saves its start, and the next determination logs it again.
-TEST(StateLog, ARecordThatNoUpdateHadCommittedIsNotKeptByARestep) {
-  Line line(3, two_groups(), 2);
-  open_tape(UNIT_STATE_LOG, "OVRLOAD", true);
-  line.build();
-  log_state_change(change(11));  // at zero increment
-  FILE(units.NT15, "REWI");
-  save_states();
-  drop_uncommitted_changes();  // the step's determination begins
-  log_state_change(change(11));
-  commit_changes();
-  FILE(units.NT15, "REWI");
-  recover_states();  // restep
-  EXPECT_EQ(state_log.committed, 0);
-  drop_uncommitted_changes();
-  log_state_change(change(11));
-  commit_changes();
-  EXPECT_TRUE(ends_behind(1));
-  EXPECT_EQ(logged(1), std::vector<int>{11});
-}
-
-TEST(StateLog, ANewModelBeginsANewLog) {
-  Line line(3, two_groups(), 2);
-  open_tape(UNIT_STATE_LOG, "OVRLOAD", true);
-  log_state_change(change(11));
-  commit_changes();
-  line.build();
-  log_state_change(change(21));
-  commit_changes();
-  EXPECT_TRUE(ends_behind(1));
-  EXPECT_EQ(logged(1), std::vector<int>{21});
 }
 
 }  // namespace

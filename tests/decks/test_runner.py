@@ -73,6 +73,44 @@ class Expectations(unittest.TestCase):
             self.assertEqual(run_deck.head_lines(os.path.join(folder, "TAModel.inp"), "EXPECT"), ["exit 0 ; head"])
 
 
+class Paths(unittest.TestCase):
+    """What is said of a whole segment, on a run that goes through limit points."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.mkdtemp(prefix="tidearc-py-")
+        cls.addClassCleanup(shutil.rmtree, cls.folder)
+        cls.left = run_deck.run_deck(PROGRAM, os.path.join(ROOT, "decks/snap_through"), cls.folder)
+
+    def holds(self, text):
+        return run_deck.check(self.left, text)[0]
+
+    def test_turns_and_reformulations_are_counted(self):
+        self.assertTrue(self.holds("turns segment 1 = 2"))
+        self.assertFalse(self.holds("turns segment 1 = 1"))
+        counts = [self.left.reformulations(segment) for segment in (1, 2)]
+        self.assertTrue(self.holds(f"reformulations segment 2 = {counts[1]}"))
+        self.assertFalse(self.holds(f"reformulations segment 2 = {counts[1] + 1}"))
+        fewer, more = (1, 2) if counts[0] < counts[1] else (2, 1)
+        self.assertTrue(self.holds(f"fewer reformulations segment {fewer} than segment {more}"))
+        self.assertFalse(self.holds(f"fewer reformulations segment {more} than segment {fewer}"))
+        self.assertFalse(self.holds("fewer reformulations segment 1 than segment 1"))
+
+    def test_a_path_with_another_scale_is_left_by_the_steps(self):
+        self.assertTrue(self.holds("path segment 3 path within 1e-4"))
+        with open(os.path.join(self.folder, "path"), encoding="ascii") as file:
+            head, *rows = file.read().strip().split("\n")
+        with open(os.path.join(self.folder, "other"), "w", encoding="ascii") as file:
+            moved = [row.split() for row in rows]
+            file.write("\n".join([head] + [" ".join([repr(1.001 * float(row[0])), *row[1:]]) for row in moved]) + "\n")
+        self.assertFalse(self.holds("path segment 3 other within 1e-4"))
+        self.assertTrue(self.holds("path segment 3 other within 2e-3"))
+
+    def test_what_is_not_there_fails(self):
+        for text in ("path segment 9 path within 1", "path segment 1 nofile within 1", "turns segment 9 = 0", "reformulations segment 9 = 0"):
+            self.assertFalse(self.holds(text), text)
+
+
 class Tolerances(unittest.TestCase):
     def test_half_a_unit_of_the_last_printed_digit_is_allowed_and_no_more(self):
         number = run_deck.Number("  0.12345E-03")

@@ -74,16 +74,6 @@ TEST(Datain, CodeWordsAreComparedAsTheyStand) {
   EXPECT_EQ(run_deck(with_line(line_storage, "  DISK")).status, 0) << "' DIS' is not 'DISK'";
 }
 
-TEST(Datain, DiskAndUnsymmetricJobsStopWithAMessage) {
-  const RunResult disk = run_deck(with_line(line_storage, " DISK"));
-  EXPECT_EQ(disk.status, 1);
-  EXPECT_TRUE(has(disk.report, "STORAGE SCHEME DISK IS NOT AVAILABLE"));
-  EXPECT_TRUE(has(disk.errors, "line 4, columns 2-5"));
-  const RunResult usym = run_deck(with_line(line_storage, " CORE USYM"));
-  EXPECT_EQ(usym.status, 1);
-  EXPECT_TRUE(has(usym.report, "STIFFNESS TYPE USYM IS NOT AVAILABLE"));
-}
-
 TEST(Datain, EchoesTheSizeCard) {
   const RunResult run = run_deck(bar_deck().text());
   EXPECT_TRUE(has(run.report, " PROBLEM SIZE CONTROL INFORMATION\n"));

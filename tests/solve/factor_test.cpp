@@ -120,13 +120,13 @@ std::vector<double> plain_factor(const ProfileSystem& system) {
     const int top = f.top(c);
     for (int r = top + 1; r < c; ++r) {
       double s = 0.0;
-      for (int i = std::max(top, f.top(r)); i < r; ++i) s += f.entry(i, c) * f.entry(i, r);
+      for (int i = std::max(top, f.top(r)); i < r; ++i) s = std::fma(f.entry(i, c), f.entry(i, r), s);
       f.entry(r, c) -= s;
     }
     double s = 0.0;
     for (int i = top; i < c; ++i) {
       const double t = f.entry(i, c) / f.entry(i, i);
-      s += f.entry(i, c) * t;
+      s = std::fma(f.entry(i, c), t, s);
       f.entry(i, c) = t;
     }
     f.entry(c, c) -= s;

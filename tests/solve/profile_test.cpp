@@ -116,5 +116,28 @@ TEST_F(FinishedProfile, ThatJustFitsTheWordIndexPasses) {
   EXPECT_EQ(test::stop_of(finish_profile), 1);
 }
 
+TEST_F(FinishedProfile, OfTwoTrianglesFitsHalfAsFar) {
+  // 23170 full columns take 268436035 reals: two triangles of matrix and factor are 2147488280 words.
+  make_marks(23170, 1);
+  solver.KSTOR = -1;
+  EXPECT_EQ(test::stop_of(finish_profile), 1);
+  make_marks(23169, 1);
+  solver.KSTOR = -1;
+  finish_profile();
+  EXPECT_EQ(solver.NSTO, 268412865) << "of one triangle";
+}
+
+TEST_F(FinishedProfile, OfADiskJobMayHaveAsManyRealsAsCanBeCounted) {
+  make_marks(65535, 1);  // 2147450880 reals
+  solver.KSTOR = 2;
+  finish_profile();
+  EXPECT_EQ(solver.NSTO, 2147450880);
+  for (const auto& [NEQ, KSTOR] : {std::pair{65536, 2}, std::pair{65535, -2}}) {
+    make_marks(NEQ, 1);
+    solver.KSTOR = KSTOR;
+    EXPECT_EQ(test::stop_of(finish_profile), 1);
+  }
+}
+
 }  // namespace
 }  // namespace tidearc

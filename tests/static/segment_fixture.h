@@ -115,7 +115,7 @@ class SegmentRun {
   Scratch scratch;
 };
 
-/// Reads a segment in data check mode, so that items this version cannot act on do not stop the run.
+/// Reads a segment in data check mode.
 inline std::string echo_of(const Cards& cards) {
   SegmentRun deck(cards.text() + "NEXT\n");
   run.RUNMOD = 1;

@@ -4,10 +4,17 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "model/control.h"
+#include "roof/datain.h"
 #include "roof/driver.h"
 #include "roof/startup.h"
+#include "run/run_block.h"
 #include "run/stops.h"
+#include "run/units.h"
+#include "run/workpool.h"
 #include "scratch.h"
+#include "solve/arrays.h"
+#include "static/segment.h"
 
 namespace tidearc::test {
 
@@ -30,14 +37,10 @@ std::size_t choose(const std::vector<std::size_t>& found, int print) {
 
 }  // namespace
 
-RunResult run_deck(const std::string& deck, const std::string& pool_size) {
-  Scratch scratch(deck);
-  RunResult result;
-  result.status = stop_of([&] {
-                    start_process(pool_size);
-                    DRIVER();
-                    CLOSUP();
-                  }).value_or(-1);
+namespace {
+
+/// What the run has left in its folder.
+void read_files(const Scratch& scratch, RunResult& result) {
   result.report = scratch.report();
   result.progress = scratch.contents("TAP53");
   result.levels = scratch.contents("TAP.ULTFAC");
@@ -46,6 +49,49 @@ RunResult run_deck(const std::string& deck, const std::string& pool_size) {
   result.member = scratch.contents("MEMBER.FRC");
   for (int unit = 41; unit <= 45; ++unit) result.energy.push_back(scratch.contents("TAP" + std::to_string(unit)));
   result.ended = std::filesystem::exists("TAP.OK");
+}
+
+void keep_state(RunResult& result) {
+  const auto copy = [](int vector) {
+    const Reals values = pool.reals(vector, sizes.NEQ);
+    return std::vector<double>(values.begin(), values.end());
+  };
+  result.U = copy(arrays.U);
+  result.DSTEP = copy(arrays.DSTEP);
+  result.accumulated = statics.accumulated[0];
+}
+
+void run_static_macros() {
+  std::string card;
+  while (next_line(units.NDIN, card) && card.rfind("STAT", 0) == 0) STAT();
+}
+
+}  // namespace
+
+RunResult run_deck(const std::string& deck, const std::string& pool_size) {
+  Scratch scratch(deck);
+  RunResult result;
+  result.status = stop_of([&] {
+                    start_process(pool_size);
+                    DRIVER();
+                    CLOSUP();
+                  }).value_or(-1);
+  read_files(scratch, result);
+  return result;
+}
+
+RunResult run_static(const std::string& deck, const std::string& pool_size) {
+  Scratch scratch(deck);
+  RunResult result;
+  const std::optional<int> stopped = stop_of([&] {
+    start_process(pool_size);
+    pool.allocate(run.MTOT);
+    DATAIN();
+    run_static_macros();
+    keep_state(result);
+  });
+  result.status = stopped.value_or(run.had_terminated_macro ? status_terminated : status_good);
+  read_files(scratch, result);
   return result;
 }
 

@@ -16,6 +16,9 @@ struct RunResult {
   std::string member;               ///< MEMBER.FRC
   std::vector<std::string> energy;  ///< TAP41 .. TAP45
   bool ended = false;               ///< TAP.OK stands in the folder
+  std::vector<double> U,
+      DSTEP;                 ///< displacements at the STOP card, and the increment of the last step, with all digits
+  double accumulated = 0.0;  ///< accumulated factor of the first force pattern there
 };
 
 /// One row of the progress table.
@@ -29,6 +32,9 @@ struct ProgressRow {
 };
 
 RunResult run_deck(const std::string& deck, const std::string& pool = "4M");
+/// Runs a deck of one problem with STAT macros alone, up to its NONE card, and keeps the state behind the last macro.
+/// The status is that of a run to its STOP card.
+RunResult run_static(const std::string& deck, const std::string& pool = "4M");
 std::vector<ProgressRow> progress_rows(const std::string& progress);
 
 /// Displacement of a node in the k-th (from 0; -1 the last) print of a direction (" X", "XR", ..) on the report.

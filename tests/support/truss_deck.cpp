@@ -13,7 +13,8 @@ std::string card(const char* pattern, Values... values) {
   return std::string(line) + "\n";
 }
 
-/// A number in ten columns with all the digits that fit.
+}  // namespace
+
 std::string ten(double value) {
   char field[64];
   for (int digits = 9; digits > 0; --digits) {
@@ -25,6 +26,8 @@ std::string ten(double value) {
   return "         *";
 }
 
+namespace {
+
 std::string factor_cards(const std::vector<double>& factors) {
   std::string cards;
   for (std::size_t i = 0; i < factors.size(); ++i) {
@@ -34,22 +37,35 @@ std::string factor_cards(const std::vector<double>& factors) {
   return cards + "\n";
 }
 
+}  // namespace
+
 std::string segment_text(const SegmentCards& s) {
   std::string t;
-  t += card("%5d%5d%10s%5d%5d%s%5d%5d%5d%5d%5d%5d%s", 1, 0, "", 0, 1, ten(s.STEP0).c_str(), s.NSTEPS, s.KEVENT, 1, 0,
-            s.MAXIT, s.KTERM, ten(s.FQUIT).c_str());
-  t += card("%5d%5d%5d%5d%5d%5d%5d%5d%5d%s%5d%5d", s.KSSTF, s.KISTF, 0, s.KISTA, s.KPRINT, 0, s.KPOST, 0, s.KPOSTN,
-            ten(s.ULTFAC).c_str(), s.MACPR, s.IROB);
+  t += card("%5d%5d%s%5d%5d%s%5d%5d%5d%5d%5d%5d%s", s.KSTEP, s.KNMS,
+            (s.SEGVAL == 0.0 ? std::string(10, ' ') : ten(s.SEGVAL)).c_str(), s.NSVEC, s.KDIR, ten(s.STEP0).c_str(),
+            s.NSTEPS, s.KEVENT, s.KITER, s.KIPAR, s.MAXIT, s.KTERM, ten(s.FQUIT).c_str());
+  t += s.vectors;
+  t += card("%5d%5d%5d%5d%5d%5d%5d%5d%5d%s%5d%5d%s%s", s.KSSTF, s.KISTF, s.KBFGS, s.KISTA, s.KPRINT, 0, s.KPOST, 0,
+            s.KPOSTN, ten(s.ULTFAC).c_str(), s.MACPR, s.IROB, ten(s.ARCL).c_str(), ten(s.STEPSZI).c_str());
   t += card("%5d%5d%s%s%s%5d%s%s%s%5d", s.KUTYPE, s.KUMOM, ten(s.TOLU).c_str(), ten(s.TOLL).c_str(),
-            ten(s.USCALE).c_str(), 1, ten(s.SUP).c_str(), ten(s.SLOW).c_str(), ten(s.TOLS).c_str(), s.NTOP);
+            ten(s.USCALE).c_str(), s.NLS, ten(s.SUP).c_str(), ten(s.SLOW).c_str(), ten(s.TOLS).c_str(), s.NTOP);
   if (s.KTERM == 0) t += s.card4 + "\n";
   t += factor_cards(s.factors);
-  t += "\n\n\n\n";  // follower, temperature, pressure, generated
+  t += "\n";  // follower
+  t += factor_cards(s.temperatures);
+  t += "\n";  // pressure
+  t += factor_cards(s.generated);
   t += factor_cards(s.pfactors);
   return t;
 }
 
-}  // namespace
+std::string vector_cards(int node, int component, double factor, double scale) {
+  std::string cards = card("%5d", 1);
+  cards.pop_back();
+  cards += ten(scale) + "\n" + card("%5d%5d", node, component);
+  cards.pop_back();
+  return cards + ten(factor) + "\n";
+}
 
 int TrussDeck::node(double x, double y, double z) {
   nodes_ += card("%5d", ++node_count_);
@@ -63,11 +79,12 @@ void TrussDeck::fix(int node, const std::string& codes) {
   fixes_ += card("%5d    %s", node, codes.c_str());
 }
 
-int TrussDeck::material(double E, double ratio, double tension, double compression, double ductility) {
+int TrussDeck::material(double E, double ratio, double tension, double compression, double ductility,
+                        const std::string& overshoot) {
   materials_ += card("%5d", ++material_count_);
   materials_.pop_back();
   materials_ += ten(E) + ten(ratio) + ten(tension) + ten(compression) + "\n";
-  materials_ += std::string(40, ' ') + ten(ductility) + "\n";
+  materials_ += std::string(40, ' ') + ten(ductility) + "     " + overshoot + "\n";
   return material_count_;
 }
 

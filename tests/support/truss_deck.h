@@ -36,7 +36,24 @@ struct SegmentCards {
   std::string card4 = "";            ///< restep card, used when KTERM is 0
   std::vector<double> factors{1.0};  ///< nodal pattern factors
   std::vector<double> pfactors{};    ///< prescribed displacement factors
+  std::vector<double> temperatures{};  ///< temperature pattern factors
+  std::vector<double> generated{};     ///< self weight, buoyancy and current factors
+  int KSTEP = 1, KNMS = 0;
+  double SEGVAL = 0.0;
+  int NSVEC = 0, KDIR = 1, KITER = 1, KIPAR = 0;
+  std::string vectors = "";  ///< stepping, direction and iteration vectors: their cards, see vector_cards
+  int KBFGS = 0;
+  double ARCL = 0.0, STEPSZI = 0.0;
+  int NLS = 1;
 };
+
+/// A vector of one term: node, component, factor, under its increment scale factor.
+std::string vector_cards(int node, int component, double factor, double scale = 1.0);
+
+/// The cards of a segment.
+std::string segment_text(const SegmentCards& segment);
+/// A number in ten columns with all the digits that fit.
+std::string ten(double value);
 
 class TrussDeck {
  public:
@@ -46,7 +63,8 @@ class TrussDeck {
   int node(double x, double y, double z);
   void fix(int node, const std::string& codes);  ///< six digits
   /// Material: modulus, hardening ratio, yield stresses in tension and compression.
-  int material(double E, double ratio = 0.0, double tension = 0.0, double compression = 0.0, double ductility = 0.0);
+  int material(double E, double ratio = 0.0, double tension = 0.0, double compression = 0.0, double ductility = 0.0,
+               const std::string& overshoot = "");  ///< overshoot strain at yield, as on the card
   int section(double area);
   void bar(int i, int j, int material = 1, int section = 1, int geometry = 0, int buckling = 0, double force = 0.0);
   /// Curve card of the bar that was added last (BUCK code 2): deformation, force, deformation, force, ..

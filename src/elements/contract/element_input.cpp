@@ -30,10 +30,9 @@ constexpr int slip_type = 22;           // its reports show the title without it
 
 void clear_vector(int index) { RZERO(pool.reals(index, NEQ1()).data(), NEQ1()); }
 
-/// Every equation is at first connected to itself alone; masses and weights of elements start at zero.
+/// Column heights, masses and weights of elements start without any element.
 void clear_element_sums() {
-  const Integers heights = pool.integers(masses.MARKS, NEQ1());
-  for (int e = 1; e <= NEQ1(); ++e) heights(e) = e;
+  clear_column_heights();
   clear_vector(masses.KEDATP);
   clear_vector(patterns.KSELFW);
   clear_vector(patterns.KBUOYV);
@@ -122,7 +121,7 @@ void ELDATA() {
   for (int i = 1; i <= sizes.NELGR; ++i) read_group(i);
   close_family_files();
   add_element_masses();
-  finish_profile();
+  if (sizes.IBANDW == 0) finish_profile();  // else RENUMB does: the profile that counts is that of the new numbers
 }
 
 }  // namespace tidearc

@@ -10,7 +10,7 @@ FirstEvent first_event(int increment) {
   FirstEvent first;
   const Gathering nodal = gathering();
   const double* du = equation_vector(increment).data();
-  for_each_element([&](const ElementType& type, const Word* record, int) {
+  for_each_element(Pass::reading, [&](const ElementType& type, const Word* record, int) {
     if (type.operations.event == nullptr) return;
     load_record(record);
     gather(nodal, location_vector(), group.NDOF, du, element.EDISP.data());

@@ -31,7 +31,7 @@ void sum_resisting_forces(int resisting) {
   element.EVEL = {};
   element.EACC = {};
   element.TIME = response.TIME;
-  for_each_element([&](const ElementType& type, const Word* record, int) {
+  for_each_element(Pass::reading, [&](const ElementType& type, const Word* record, int) {
     load_record(record);
     type.operations.resist();
     add(nodal, element.ERES, R);
@@ -46,7 +46,7 @@ void sum_dynamic_forces(double c1, double c2, int VEL, int ACC, const DynamicFor
   double* resisting = cleared(into.resisting);
   double* damping = cleared(into.damping);
   element.TIME = response.TIME;
-  for_each_element([&](const ElementType& type, const Word* record, int) {
+  for_each_element(Pass::reading, [&](const ElementType& type, const Word* record, int) {
     load_record(record);
     gather(nodal, location_vector(), group.NDOF, velocities, element.EVEL.data());
     gather(nodal, location_vector(), group.NDOF, accelerations, element.EACC.data());

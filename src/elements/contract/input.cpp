@@ -35,6 +35,11 @@ void form_location_vector(std::span<const int> node_numbers, int components, int
   }
 }
 
+void clear_column_heights() {
+  const Integers heights = pool.integers(masses.MARKS, NEQ1());
+  for (int e = 1; e <= NEQ1(); ++e) heights(e) = e;
+}
+
 void lower_column_heights(const int* LM, int NDOF) {
   int smallest = NEQ1();
   std::array<int, most_freedoms> equations{};

@@ -38,6 +38,8 @@ int stepped_node(int node, int increment, int k);
 /// LM of nodes with `components` freedoms each (3: translations, 6: all), node after node, as slots of the ID table.
 /// The nodes are within 1..NUMNP.
 void form_location_vector(std::span<const int> node_numbers, int components, int* LM);
+/// Every equation is connected to itself alone: the column heights before the first element.
+void clear_column_heights();
 /// Lowers the smallest equation connected to each equation of the element. Constrained freedoms connect nothing.
 void lower_column_heights(const int* LM, int NDOF);
 /// Adds a mass to the three translations of a node.

@@ -1,4 +1,4 @@
-// Loading of the element records into the work array, and the storage report.
+// Element records where the analyses find them, in the work array or on their files, and the storage report.
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -53,8 +53,23 @@ void print_storage_report(std::int64_t needed) {
   write(units.NDOUT, "5X,'STORAGE FOR STRUCTURE STIFFNESS MATRIX ......... =',I12,/", solver.NSTO);
 }
 
-/// The first portions as read in are the state at the start: the file that holds them is the reference from now on.
-void begin_generations() { std::swap(units.NT1, units.NT12); }
+/// A core job without room for its records ends here. A disk job has been refused before, when not even its one record
+/// finds room beside the matrix; nothing is analysed then.
+void refuse(std::int64_t needed) {
+  set_fatal_flag();
+  complain(not_on_deck, "element data: " + std::to_string(needed) + " words are needed, " +
+                            std::to_string(storage.MSTOR) + " are provided");
+  if (!records_on_disk()) FATERR("ELDATA");
+}
+
+/// The first portions as read in are the state at the start: both generations of it.
+void begin_generations() {
+  if (records_on_disk()) {
+    begin_streaming();
+  } else {
+    std::swap(units.NT1, units.NT12);  // the file that holds them is the reference from now on
+  }
+}
 
 }  // namespace
 
@@ -63,13 +78,8 @@ void LODELM() {
   const std::int64_t needed = records_on_disk() ? storage.KEDAT - 1LL + element_counts.MAXLEI + 1 : load_records();
   storage.NEEDED = static_cast<int>(std::min<std::int64_t>(needed, storage.MSTOR + 1LL));
   print_storage_report(needed);
-  if (needed > storage.MSTOR) {
-    complain(not_on_deck, "element data: " + std::to_string(needed) + " words are needed, " +
-                              std::to_string(storage.MSTOR) + " are provided");
-    set_fatal_flag();
-    FATERR("ELDATA");
-  }
-  if (executing() && !records_on_disk()) begin_generations();
+  if (needed > storage.MSTOR) refuse(needed);
+  if (executing()) begin_generations();
 }
 
 }  // namespace tidearc

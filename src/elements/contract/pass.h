@@ -6,9 +6,11 @@
 
 namespace tidearc {
 
-/// Element input, all NELGR groups: records, location vectors, column heights, element masses and self weight.
+/// Element input, all NELGR groups: records, location vectors, column heights, element masses and self weight, and the
+/// profile, unless nodes are to be renumbered (IBANDW not 0), which RENUMB (renumber.h) does and then the profile.
 void ELDATA();
-/// Loads element records above KEDAT in a core job and prints the storage report; stops when they do not fit.
+/// Makes the element records ready for the passes and prints the storage report. A core job loads them above KEDAT, and
+/// stops when they do not fit; those of a disk job stay on files.
 void LODELM();
 
 /// State determination of every element from the reference generation with the increment U - U0 (pool vectors of NEQ1),
@@ -17,8 +19,10 @@ void LODELM();
 void determine_states();
 /// The current generation becomes the reference; log records so far are committed.
 void take_over_states();
-/// Both generations of the element states, and log bookkeeping, to and from TapeFile NT15, at its present position.
+/// Both generations of the element states, and log bookkeeping, kept from the start of TapeFile NT15 on; records that a
+/// caller writes next follow behind them. In a disk job NT15 may have become another file.
 void save_states();
+/// Goes back to them; NT15 then stands where the caller's records begin. May be repeated.
 void recover_states();
 
 /// First event of all elements under a displacement increment.

@@ -7,7 +7,7 @@
 namespace tidearc {
 
 void print_elements() {
-  for_each_element([](const ElementType& type, const Word* record, int) {
+  for_each_element(Pass::reading, [](const ElementType& type, const Word* record, int) {
     if (type.operations.print == nullptr) return;
     load_record(record);
     type.operations.print();
@@ -16,7 +16,7 @@ void print_elements() {
 
 void print_element_envelopes() {
   int titled = 0;
-  for_each_element([&](const ElementType& type, const Word* record, int) {
+  for_each_element(Pass::reading, [&](const ElementType& type, const Word* record, int) {
     if (type.operations.envelope == nullptr) return;
     load_record(record);
     if (titled != element.IGRP) {

@@ -37,7 +37,7 @@ MatrixForm form_current_matrix(const ElementType& type, Word* record, int KFORM,
 /// else those with a running number up to NELCHK whose KSTIF is not zero.
 template <class Add>
 void form_element_matrices(int KFORM, bool reset, int NELCHK, Add&& add) {
-  for_each_element([&](const ElementType& type, Word* record, int running) {
+  for_each_element(Pass::stiffness, [&](const ElementType& type, Word* record, int running) {
     if (!reset && (running > NELCHK || record[1] == 0)) return;
     const MatrixForm form = form_current_matrix(type, record, KFORM, reset);
     add(ElementMatrix{group.NDOF, form == MatrixForm::packed, location_vector(), element.EMAT.data()});

@@ -49,6 +49,9 @@ struct ElementType {
   /// Word (from 1) of the first portion that belongs to the stiffness pass beside KSTIF, 0 none: neither a state update
   /// nor a determination from the reference takes it back.
   int stiffness_word;
+  /// Nodes that an element enters into the graph of node renumbering: the first different ones of its LM, so many at
+  /// most; 0: its nodes count as unconnected there.
+  int graph_nodes;
   ElementOperations operations;
 
   bool available() const { return operations.input != nullptr; }

@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include "elements/contract/element_files.h"
 #include "elements/contract/group.h"
 #include "elements/contract/types.h"
 #include "elements/contract/work.h"
@@ -10,6 +11,7 @@
 #include "run/tapefile.h"
 #include "run/units.h"
 #include "run/workpool.h"
+#include "solve/solver.h"
 
 namespace tidearc {
 
@@ -24,18 +26,31 @@ void for_each_group(Action&& action) {
   }
 }
 
-/// Calls action(type, record, running) for every element: `record` its LEI words in the pool (current generation),
-/// which stand at a stride of LEI + 1 words and may begin on an odd word; `running` its number over all groups, from 1.
+/// Calls action(type, record, running) for every element: `record` its LEI words in the pool, `running` its number over
+/// all groups, from 1. In core every record has its place, at a stride of LEI + 1 words, and may begin on an odd word.
+/// In a disk job there is one place, filled before the call and emptied behind it as the pass asks.
+///
+/// The record is the current generation; a determination finds the words of the stiffness pass and the tail in it, and
+/// must leave the whole first portion.
 template <class Action>
-void for_each_element(Action&& action) {
+void for_each_element(Pass pass, Action&& action) {
+  const bool streaming = records_on_disk();
+  if (streaming) begin_streams(pass);
   int index = storage.KEDAT;
   int running = 0;
   for_each_group([&](const ElementType& type) {
     for (int i = 0; i < group.NUMEL; ++i) {
-      action(type, pool.words(index, group.LEI), ++running);
-      index += group.LEI + 1;
+      Word* record = pool.words(index, group.LEI);
+      if (streaming) fetch_record(pass, type, record);
+      action(type, record, ++running);
+      if (streaming) {
+        store_record(pass, type, record);
+      } else {
+        index += group.LEI + 1;
+      }
     }
   });
+  if (streaming) end_streams(pass);
 }
 
 /// Word copies between the work block and a record that may begin on an odd word.

@@ -9,7 +9,7 @@ import sys
 
 import catenary
 import structures
-from truss import Bar, Truss
+from truss import ELASTIC, Bar, Truss
 
 SOLVER = "independent event-to-event solver, tests/decks/oracle"
 AXES = "XYZ"
@@ -53,6 +53,42 @@ def tower72():
     return lines
 
 
+def matrix_blocks(bars, free, words):
+    """Blocks of a profile matrix when two of them and their column pointers have so many 4-byte words each."""
+    number = {n: 3 * k for k, n in enumerate(sorted(free))}  # the equations before those of a node
+    lowest = dict(number)
+    for i, j, *_ in bars:
+        for a, b in ((i, j), (j, i)):
+            if a in number and b in number:
+                lowest[a] = min(lowest[a], number[b])
+    blocks, used = 1, 0
+    for n in sorted(free):
+        for axis in range(3):
+            cost = number[n] + axis - lowest[n] + 2  # the column from its first row to the diagonal, and its pointer
+            if used + cost > words // 4:
+                blocks, used = blocks + 1, 0
+            used += cost
+    return blocks
+
+
+def disk_blocks():
+    count = matrix_blocks(structures.tower72_bars(), range(5, 21), DISK_BLOCK_WORDS)
+    return tower72() + [f"number /NUMBER OF MATRIX BLOCKS [.]+ = *(\\d+)/ TAModel.out 1 = {count} tol 0 ; columns counted from the bars"]
+
+
+DISK_BLOCK_WORDS = 400
+
+
+def unsymmetric():
+    lines = []
+    truss = structures.tower_pushover()
+    for page in (1, 2, 3):
+        truss.push(structures.PUSHOVER_LOAD, 0.25)
+        lines += displacements(truss, [1, 2], page, 1e-6)
+        lines += forces(truss, (1, 2, 4, 5, 14, 18, 19, 20, 21, 23), page, 1e-6)
+    return lines
+
+
 THREEBAR_LOADS = (200.0, 1379.42, 1379.43, 1600.0, 0.0)
 
 
@@ -88,6 +124,36 @@ def threebar_cyclic():
     return lines
 
 
+def event_factors(path, hardening):
+    """Part of the rest of each load that is taken when a bar yields; 0 where the bars unload."""
+    truss, at, loaded = structures.threebar(hardening), 0.0, False
+    for load in path:
+        yielded = any(bar.mode != ELASTIC for bar in truss.bars)
+        if yielded and loaded:
+            yield 0.0
+        truss.events = []
+        truss.push({(4, 1): -math.copysign(1.0, load - at)}, abs(load - at))
+        done = 0.0
+        for place in sorted({place for place, _, _ in truss.events}):
+            yield (place - done) / (abs(load - at) - done)
+            done = place
+        at, loaded = load, True
+
+
+def threebar_events():
+    lines, factors, page = [], [], 0
+    for path, hardening in (((1800.0, -1800.0, 1500.0, 0.0), 0.05), ((1600.0, 0.0), 0.0)):
+        factors += event_factors(path, hardening)
+        for truss in threebar_states(path, hardening):
+            page += 1
+            lines += displacements(truss, [4], page, 1e-5, axes=(1,)) + forces(truss, (1, 2, 3), page, 1e-5)
+            lines.append(f"iterations segment {page} step 1 = 1 ; between two events the truss is linear")
+    lines.append(f"count TAModel.out 'EVENT PREDICTED' = {len(factors)} ; yields and reversals by the independent solver")
+    source = "first yields at 1379.4229 and 1649.2305, ranges twice as long behind a reversal, which passes at once"
+    what = "number /EVENT FACTOR = *([.\\d]+)/ TAModel.out"
+    return lines + [line(f"{what} {k}", factor, 5e-6, source) for k, factor in enumerate(factors, 1) if factor]
+
+
 def threebar_collapse():
     truss = structures.threebar()
     level = truss.push({(4, 1): -1700.0})
@@ -108,12 +174,7 @@ def smallest_step(first, limit, reduction):
 
 
 def tower_collapse():
-    lines = []
-    truss = structures.tower_pushover()
-    for page in (1, 2, 3):
-        truss.push(structures.PUSHOVER_LOAD, 0.25)
-        lines += displacements(truss, [1, 2], page, 1e-6)
-        lines += forces(truss, (1, 2, 4, 5, 14, 18, 19, 20, 21, 23), page, 1e-6)
+    lines = unsymmetric()
     truss = structures.tower_pushover()
     level = truss.push(structures.PUSHOVER_LOAD)
     names = ", ".join(f"{n} {'yields' if m.endswith('tension') else 'buckles'} at {e:.4f}" for e, n, m in truss.events)
@@ -133,6 +194,25 @@ def shallow_truss():
         lines.append(line(f"displacement Z 2 print {page}", -w, tol, source))
         lines.append(line(f"force 1 1 print {page}", EA * (l / L0 - 1.0), tol, source))
     return lines
+
+
+def fewer_factorisations():
+    truss = structures.dome()
+    x = truss.start()
+    for level in (0.06, 0.12, 0.18, 0.24):
+        x = truss.find(x, truss.n, level)
+    source = "independent path solver, tests/decks/oracle/path.py, at level 0.24 below the limit 0.254560"
+    return [line(f"displacement {AXES[a]} {n} print {page}", x[truss.index[n, a]], 1e-5, source)
+            for page in (1, 2, 3) for n, a in ((1, 2), (3, 0), (5, 2), (18, 2))]
+
+
+def restep_limit():
+    b, h, EA = 10.0, 0.5, 1.0e6
+    L0 = math.hypot(b, h)
+    top = math.sqrt((b * b * L0) ** (2.0 / 3.0) - b * b)  # height over the supports at the limit: l^3 = b^2 L0
+    limit = 2.0 * EA * top * (1.0 / math.hypot(b, top) - 1.0 / L0)
+    saved = line("displacement Z 2 print 1", -0.2, 2e-5, "closed form of the shallow truss at P = 47.8778787")
+    return [saved] + bracket(2, limit / 50.0, smallest_step(0.5, 0.0039, 0.5), "limit load 47.9925245 of 50")
 
 
 def drive(bar, moves):
@@ -244,6 +324,40 @@ def prescribed_displacements():
     return lines
 
 
+FEET = ({(7, 0): -1.0}, {(8, 1): 1.0, (8, 2): -0.5}, {(9, 0): 1.0, (10, 2): -0.5})
+FEET_SEGMENTS = ((0.0, (0.5, 0.0, 0.0)), (1.0, (-0.2, 0.4, 0.0)), (0.0, (0.0, 0.0, 1.0)))
+FEET_TILT = 0.125  # which the last segment gives to node 1 along Y, by lifting and lowering feet
+
+
+def moving_supports():
+    truss, lines = structures.tower25(), []
+
+    def move(load, factors):
+        moves = {}
+        for pattern, factor in zip(FEET, factors):
+            for place, value in pattern.items():
+                moves[place] = factor * value
+        truss.push({d: load * p for d, p in structures.TOWER25_CASES[1].items()}, moves=moves)
+
+    def page(number):
+        return displacements(truss, [1, 2, 3], number, 1e-5) + forces(truss, range(1, 26), number, 1e-5) + \
+            [line(f"displacement {AXES[a]} {n} print {number}", truss.u[n, a], 1e-6, "sum of what the segments impose")
+             for pattern in FEET for n, a in pattern]
+
+    for number, (load, factors) in enumerate(FEET_SEGMENTS, 1):
+        move(load, factors)
+        lines += page(number)
+    before = truss.u[1, 1]
+    move(0.0, FEET_LAST)
+    level = FEET_TILT / (truss.u[1, 1] - before)
+    move(0.0, [(level - 1.0) * factor for factor in FEET_LAST])
+    lines.append(line("number /LOAD LEVEL = *([-.\\d]+)/ TAModel.out 5", level, 1e-5, "the part that moves node 1 by 0.125"))
+    return lines + page(4)
+
+
+FEET_LAST = (-0.125, 0.25, -0.25)
+
+
 def pressure_pattern():
     source = "reported force = P - 2 nu p A, p = internal pressure + half of both nodes' pressures"
     area, nu = 0.01, 0.3
@@ -304,7 +418,8 @@ def catenary_options():
 
 
 DECKS = [tripod, tower25, tower72, threebar_yield, threebar_cyclic, threebar_collapse, tower_collapse, shallow_truss,
-         strut_buckling, ductility_failure, multilinear_spring, skew_supports, identical_displacements,
+         strut_buckling, ductility_failure, multilinear_spring, threebar_events, moving_supports, restep_limit,
+         fewer_factorisations, disk_blocks, unsymmetric, skew_supports, identical_displacements,
          prescribed_displacements, pressure_pattern, follower_force, surface_pressure, self_weight, initial_force, restep,
          several_problems, catenary_options]
 

@@ -1,4 +1,7 @@
-"""The structures of the decks, written down once more for the independent solver."""
+"""The structures of the decks, written down once more for the independent solvers."""
+import math
+
+from path import PathTruss
 from truss import Bar, Truss
 
 
@@ -81,3 +84,50 @@ PUSHOVER_LOAD = {(1, 0): 7500.0, (1, 1): 30000.0, (1, 2): -7500.0, (2, 1): -7500
 
 def tower_pushover():
     return tower25(yielding=True, areas=PUSHOVER_AREAS)
+
+
+SHALLOW_NODES = {1: (-10.0, 0.0, 0.0), 2: (0.0, 0.0, 0.5), 3: (10.0, 0.0, 0.0)}
+
+
+def shallow_truss(load):
+    return PathTruss(SHALLOW_NODES, [(1, 2, 1.0e6), (2, 3, 1.0e6)], {(2, 2)}, {(2, 2): -load})
+
+
+DOME_RINGS, DOME_SPAN, DOME_RISE = 3, 15.0, 1.5
+
+
+def dome_grid():
+    """Points of a triangular grid of unit bars, ring by ring around the crown."""
+    corners = [(math.cos(math.radians(60 * k)), math.sin(math.radians(60 * k))) for k in range(6)]
+    points = [(0, 0.0, 0.0)]
+    for ring in range(1, DOME_RINGS + 1):
+        for (xa, ya), (xb, yb) in zip(corners, corners[1:] + corners[:1]):
+            points += [(ring, ring * xa + m * (xb - xa), ring * ya + m * (yb - ya)) for m in range(ring)]
+    return points
+
+
+def dome_nodes():
+    """The grid with its rings drawn out to circles, on a paraboloid; coordinates as a card holds them."""
+    nodes = {}
+    for n, (ring, x, y) in enumerate(dome_grid(), 1):
+        r = DOME_SPAN * ring / DOME_RINGS
+        size = r / math.hypot(x, y) if ring else 0.0
+        nodes[n] = (round(x * size, 4), round(y * size, 4), round(DOME_RISE * (1.0 - (ring / DOME_RINGS) ** 2), 4))
+    return nodes
+
+
+def dome_bars():
+    """Neighbours on the grid; supports are not joined."""
+    grid = dome_grid()
+    return [(i + 1, j + 1) for i, a in enumerate(grid) for j, b in enumerate(grid)
+            if i < j and a[0] < DOME_RINGS and math.dist(a[1:], b[1:]) < 1.01]
+
+
+DOME_EA = 2.0e5
+DOME_LOADS = {n: 24.0 if n == 1 else 8.0 + 0.4 * n for n in range(1, 20)}
+
+
+def dome():
+    """72 bars on three rings, heavier loaded toward the nodes of high number. [kN, m]"""
+    load = {(n, 2): -p for n, p in DOME_LOADS.items()}
+    return PathTruss(dome_nodes(), [(i, j, DOME_EA) for i, j in dome_bars()], free_nodes(range(1, 20)), load)

@@ -118,30 +118,42 @@ class Truss:
                     K[p][q] += bar.tangent * cp * cq
         return K
 
-    def terms(self, bar):
-        pairs = [((bar.i, a), -bar.unit[a]) for a in range(3)] + [((bar.j, a), bar.unit[a]) for a in range(3)]
-        return [(self.index[d], c) for d, c in pairs if d in self.index]
+    def ends(self, bar):
+        """(place, extension per unit of its displacement) of both ends."""
+        return [((bar.i, a), -bar.unit[a]) for a in range(3)] + [((bar.j, a), bar.unit[a]) for a in range(3)]
 
-    def rates(self, load):
-        """Displacements and extensions per unit of load; bars that reverse are made elastic first."""
-        right = [0.0] * len(self.index)
+    def terms(self, bar):
+        return [(self.index[d], c) for d, c in self.ends(bar) if d in self.index]
+
+    def rates(self, load, moves):
+        """Displacements and extensions per unit of load and of support moves; bars that reverse are made elastic first."""
+        given = [0.0] * len(self.index)
         for d, value in load.items():
-            right[self.index[d]] += value
+            given[self.index[d]] += value
+        stretch = [sum(c * moves[d] for d, c in self.ends(bar) if d in moves) for bar in self.bars]
         while True:
+            right = given[:]
+            for bar, rate in zip(self.bars, stretch):
+                for p, c in self.terms(bar) if rate else ():
+                    right[p] -= bar.tangent * rate * c
             v = solve(self.stiffness(), right)
-            rates = [sum(c * v[p] for p, c in self.terms(bar)) for bar in self.bars]
+            rates = [rate + sum(c * v[p] for p, c in self.terms(bar)) for bar, rate in zip(self.bars, stretch)]
             turning = [bar for bar, rate in zip(self.bars, rates) if bar.reverses(rate)]
             if not turning:
                 return v, rates
             for bar in turning:
                 bar.mode = ELASTIC
 
-    def push(self, load, by=1.0):
-        """Adds `by` times the load. Returns the part that was carried: less than `by` at a mechanism."""
+    def push(self, load, by=1.0, moves=None):
+        """Adds `by` times the load {place: force} and the moves {supported place: displacement}.
+
+        Returns the part that was carried: less than `by` at a mechanism.
+        """
+        moves = moves or {}
         done = 0.0
         while by - done > 1e-13 * by:
             try:
-                v, rates = self.rates(load)
+                v, rates = self.rates(load, moves)
             except Mechanism:
                 break
             parts = [bar.to_event(rate) for bar, rate in zip(self.bars, rates)]
@@ -154,6 +166,8 @@ class Truss:
                     self.events.append((done + part, number, bar.mode))
             for d, p in self.index.items():
                 self.u[d] += part * v[p]
+            for d, move in moves.items():
+                self.u[d] += part * move
             done += part
         return done
 

@@ -1,0 +1,175 @@
+// Input of a type 3 group: its cards, its records, and what the model gets from its elements.
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "elements/beam/cards.h"
+#include "elements/beam/linear_cards.h"
+#include "elements/beam/operations.h"
+#include "elements/beam/placing.h"
+#include "elements/beam/record.h"
+#include "elements/contract/group.h"
+#include "elements/contract/input.h"
+#include "run/layout.h"
+#include "run/stops.h"
+#include "run/units.h"
+
+namespace tidearc {
+
+namespace {
+
+struct LinearInput {
+  LinearGroupCard counts;
+  BeamOffsets* offsets;
+  ElementNumbering numbering;
+};
+
+/// Fills what a record takes over from the cards; the work block is cleared first.
+LinearBeamRecord& start_record(const LinearInput& input, const LinearCard& card) {
+  std::fill_n(record_words(), group.LEI, 0);
+  LinearBeamRecord& beam = current_record<LinearBeamRecord>();
+  beam.head.number = card.number;
+  beam.head.KSTIF = 1;
+  beam.NODEI = card.NODEI;
+  beam.NODEJ = card.NODEJ;
+  beam.MAT = card.MAT;
+  beam.SEC = card.SEC;
+  beam.KHIST = card.KHIST;
+  beam.KGEOM = card.KGEOM;
+  beam.KWAVE = card.KWAVE;
+  beam.KBUOY = card.KBUOY;
+  beam.KECC = card.KECC;
+  beam.KCAT = card.KCAT;
+  beam.KINIT = card.KINIT;
+  beam.HINGEI = card.HINGEI;
+  beam.HINGEJ = card.HINGEJ;
+  beam.NGAUSS = input.counts.NGAUSS;
+  beam.KFEM = input.counts.KFEM;
+  beam.AXIAL = card.axial;
+  if (card.KECC > 0) std::ranges::copy(input.offsets[card.KECC - 1].ECC, beam.ECC);
+  return beam;
+}
+
+/// Local stiffness from material, section and length, with the terms of the initial axial force where they are asked
+/// for, hinges condensed.
+void form_stiffness(const BeamMaterial& m, const LinearSection& s, LinearBeamRecord& beam) {
+  const double L = beam.XL;
+  EndBending about2 = end_bending(m.EMOD * s.I2, m.G(), s.AS3, L);
+  EndBending about3 = end_bending(m.EMOD * s.I3, m.G(), s.AS2, L);
+  if (beam.KGEOM == 1) {
+    about2 = about2 + end_bending_of_force(beam.AXIAL, L);
+    about3 = about3 + end_bending_of_force(beam.AXIAL, L);
+  }
+  beam.K = beam_stiffness(m.EMOD * s.area / L, m.G() * s.J / L, about2, about3, L);
+  release_hinges(beam.HINGEI, beam.HINGEJ, beam.K);
+}
+
+/// Forces and displacements before any load: those of the card, and the initial axial force.
+void set_initial_state(const LinearCard& card, LinearBeamRecord& beam) {
+  std::ranges::copy(card.F0, beam.F0);
+  std::ranges::copy(card.U0, beam.U);
+  beam.F0[0] -= card.axial;
+  beam.F0[6] += card.axial;
+  local_forces(beam.K, beam.U, beam.F);
+  for (std::size_t i = 0; i < beam_freedoms; ++i) beam.F[i] += beam.F0[i];
+}
+
+void finish_record(const LinearInput& input, const LinearCard& card, const BeamPlace& place, LinearBeamRecord& beam) {
+  const PlacedBeam placed = place_beam(place);
+  beam.KNODE = placed.KNODE;
+  beam.XL = placed.local.length;
+  std::ranges::copy(placed.local.axes, beam.TELEM);
+  const BeamMaterial& m = linear_materials()[card.MAT - 1];
+  const LinearSection& s = linear_sections(input.counts.NMAT)[card.SEC - 1];
+  form_stiffness(m, s, beam);
+  set_initial_state(card, beam);
+  connect_beam(card.NODEI, card.NODEJ, beam.head.LM);
+  add_mass_and_weight({card.NODEI, card.NODEJ, beam.XL, mass_per_length(m, s.area, s.inside_diameter),
+                       weight_per_length(m, s.area, s.inside_diameter, s.water.growth_weight), beam.TELEM, beam.ECC,
+                       input.counts.KFEM == 1});
+}
+
+/// Echoes one element and writes its record. Nodes out of range leave a record without connections.
+bool make_element(const LinearInput& input, const char* key, const LinearCard& card) {
+  echo_linear_element(key, card, node_distance(card.NODEI, card.NODEJ));
+  if (card.KINIT != 0 && !card.generated) echo_initial_state(card);
+  LinearBeamRecord& beam = start_record(input, card);
+  const BeamPlace place{card.number,
+                        card.NODEI,
+                        card.NODEJ,
+                        card.K,
+                        input.counts.convention,
+                        beam.ECC,
+                        0.0,
+                        DeckPlace(card.line, whole_line)};
+  const bool inside = beam_nodes_in_range(place, card.place(6, 10), card.place(11, 15), card.place(21, 25));
+  if (inside) finish_record(input, card, place, beam);
+  write_element_record();
+  return inside;
+}
+
+/// The elements between two cards, with the data of the first. Where their nodes leave the model the rest is not made:
+/// the data error has ended the analysis, and a deck can ask for a gap of any length.
+void generate_gap(const LinearInput& input, const LinearCard& previous, int until) {
+  const int increment = previous.increment == 0 ? 1 : previous.increment;
+  for (int number = input.numbering.next(); number < until; ++number) {
+    LinearCard card = previous;
+    card.number = number;
+    card.generated = true;
+    card.NODEI = stepped_node(previous.NODEI, increment, number - previous.number);
+    card.NODEJ = stepped_node(previous.NODEJ, increment, number - previous.number);
+    if (!make_element(input, key_generated, card)) return;
+  }
+}
+
+int hinge_code(int code, const LinearCard& card, Columns columns) {
+  if (is_hinge_code(code)) return code;
+  data_error(columns, "' ELEMENT',I6,'  HINGE CODE',I6,'  IS NOT MADE OF DIGITS 0 AND 1, ENTERING CHEC MODE'",
+             card.number, code);
+  return 0;
+}
+
+LinearCard next_card(const LinearInput& input) {
+  LinearCard card = read_linear_card();
+  if (input.numbering.order(card.number) == CardOrder::sequence) {
+    echo_linear_element(key_sequence, card, node_distance(card.NODEI, card.NODEJ));
+    stop_element_sequence(card.number, input.numbering.next());
+  }
+  card.MAT = property_number(card.MAT, input.counts.NMAT, card.number, card.place(26, 30));
+  card.SEC = property_number(card.SEC, input.counts.NSEC, card.number, card.place(31, 35));
+  card.KECC = offset_number(card.KECC, input.counts.NECC, card.number, card.place(66, 67));
+  card.HINGEI = hinge_code(card.HINGEI, card, {73, 76});
+  card.HINGEJ = hinge_code(card.HINGEJ, card, {77, 80});
+  if (card.KINIT == 0) return card;
+  if (card.KCAT != 0) stop_initial_and_catenary(card.place(68, 72), card.number);
+  read_initial_cards(card);
+  return card;
+}
+
+void read_elements(LinearInput& input) {
+  LinearCard previous{};
+  while (!input.numbering.complete()) {
+    const LinearCard card = next_card(input);
+    if (input.numbering.order(card.number) == CardOrder::gap) generate_gap(input, previous, card.number);
+    make_element(input, key_read, card);
+    input.numbering.accept(card.number);
+    previous = card;
+  }
+}
+
+}  // namespace
+
+void INEL03() {
+  echo_count("NUMBER OF DEGREES OF FREEDOM PER ELEMENT", group.NDOF);
+  echo_count("LENGTH OF ELEMENT INFORMATION", group.LEI);
+  const LinearGroupCard counts = read_linear_group_card();
+  read_linear_properties(counts);
+  const int mark = storage.NEXT;
+  LinearInput input{counts, read_offsets(counts.NECC), ElementNumbering(group.NFIRST, group.NUMEL)};
+  echo_linear_heading();
+  read_elements(input);
+  storage.NEXT = mark;
+  print_key_table();
+}
+
+}  // namespace tidearc

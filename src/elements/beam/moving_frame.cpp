@@ -1,0 +1,85 @@
+// The local frame of a beam that follows large displacements.
+#include "elements/beam/moving_frame.h"
+
+#include <cmath>
+#include <cstddef>
+
+#include "elements/beam/local_axes.h"
+#include "run/vectors.h"
+
+namespace tidearc {
+
+namespace {
+
+constexpr int code_half_step = 2;
+constexpr int code_repeated = 3;
+/// 1 + cosine below which old and new direction count as opposite.
+constexpr double opposite = 1.0E-12;
+
+void cross(const double* a, const double* b, double* c) {
+  c[0] = a[1] * b[2] - a[2] * b[1];
+  c[1] = a[2] * b[0] - a[0] * b[2];
+  c[2] = a[0] * b[1] - a[1] * b[0];
+}
+
+/// Sum of both end rotations about x.
+double rotation_about_x(const BeamAxes& axes, const EndMotion& motion) {
+  return DOT3(axes.data(), motion.rI.data()) + DOT3(axes.data(), motion.rJ.data());
+}
+
+/// Chord half-way: that of the start and half of what the ends add.
+std::array<double, 3> half_way(std::span<const double, 3> chord, const EndMotion& motion) {
+  std::array<double, 3> c{};
+  for (std::size_t i = 0; i < 3; ++i) c[i] = chord[i] + 0.5 * (motion.dJ[i] - motion.dI[i]);
+  return c;
+}
+
+}  // namespace
+
+BeamAxes turn_to_chord(const BeamAxes& axes, std::span<const double, 3> chord) {
+  const double length = std::sqrt(DOT3(chord.data(), chord.data()));
+  if (!(length > 0.0)) return axes;
+  BeamAxes turned = axes;
+  for (std::size_t i = 0; i < 3; ++i) turned[i] = chord[i] / length;
+  const double cosine = DOT3(axes.data(), turned.data());
+  if (1.0 + cosine < opposite) {  // every half turn is the least: take that about y
+    for (std::size_t i = 6; i < 9; ++i) turned[i] = -axes[i];
+    return turned;
+  }
+  double v[3];
+  cross(axes.data(), turned.data(), v);
+  for (std::size_t column = 3; column < 9; column += 3) {
+    double once[3];
+    double twice[3];
+    cross(v, axes.data() + column, once);
+    cross(v, once, twice);
+    for (std::size_t i = 0; i < 3; ++i) turned[column + i] += once[i] + twice[i] / (1.0 + cosine);
+  }
+  return turned;
+}
+
+HalfStep deformation_frame(int code, const BeamAxes& start, std::span<const double, 3> chord, const EndMotion& motion) {
+  if (code != code_half_step && code != code_repeated) return {start, true};
+  const std::array<double, 3> middle = half_way(chord, motion);
+  BeamAxes axes = start;
+  double applied = 0.0;
+  for (int pass = 1; pass <= most_half_steps; ++pass) {
+    axes = turn_to_chord(axes, middle);
+    const double twist = 0.25 * rotation_about_x(axes, motion) - applied;
+    // A twist that is no number ends the passes too: whoever tests the displacements tells where it comes from.
+    if (!(std::abs(twist) > twist_limit)) return {axes, true};
+    twist_axes(axes, twist);
+    if (code == code_half_step) return {axes, true};
+    applied += twist;
+  }
+  return {axes, false};
+}
+
+BeamAxes end_frame(const BeamAxes& start, std::span<const double, 3> displaced_chord, const EndMotion& motion) {
+  BeamAxes axes = turn_to_chord(start, displaced_chord);
+  const double twist = 0.5 * rotation_about_x(axes, motion);
+  if (std::abs(twist) > twist_limit) twist_axes(axes, twist);
+  return axes;
+}
+
+}  // namespace tidearc

@@ -1,0 +1,127 @@
+// Element records of a disk job: one record at a time, and the roles of the files.
+#include "elements/contract/element_files.h"
+
+#include <array>
+#include <utility>
+
+#include "elements/contract/group.h"
+#include "elements/contract/walk.h"
+#include "run/tapefile.h"
+#include "run/units.h"
+
+namespace tidearc {
+
+namespace {
+
+static_assert(sizeof(StiffnessWords) == 2 * sizeof(Word));
+
+void read_own_words(const ElementType& type, Word* record) {
+  StiffnessWords kept{};
+  FILE(units.NT13, "READ", 2, &kept);
+  put_stiffness_words(type, kept, record);
+  const int tail = group.LEI - group.LFIX;
+  if (tail > 0) FILE(units.NT13, "READ", tail, record + group.LFIX);
+}
+
+void write_own_words(const ElementType& type, const Word* record) {
+  const StiffnessWords kept = stiffness_words(type, record);
+  FILE(units.NT2, "WRIT", 2, &kept);
+  const int tail = group.LEI - group.LFIX;
+  if (tail > 0) FILE(units.NT2, "WRIT", tail, record + group.LFIX);
+}
+
+/// Makes `role` the unit variable of a file of first portions; the variable that named it gets the other file.
+void give_role(int& role, int file) {
+  for (int* holder : {&units.NT1, &units.NT12, &units.NT15, &units.NT16}) {
+    if (*holder == file) std::swap(*holder, role);
+  }
+}
+
+bool is_kept(int file) {
+  const GenerationBlock& g = generations;
+  return file == g.kept_reference || file == g.kept_current || file == g.kept_vectors;
+}
+
+/// Makes NT12 a file that a determination may write over. Of the four files three at most hold something that is still
+/// wanted: the reference and a step start.
+void choose_next_generation() {
+  for (const int file : {units.NT12, units.NT16, units.NT15}) {
+    if (is_kept(file)) continue;
+    give_role(units.NT12, file);
+    return;
+  }
+}
+
+/// NT15 to where the vectors of the kept step start stand.
+void go_to_vectors() {
+  FILE(units.NT15, "REWI");
+  if (generations.kept_vectors == generations.kept_current) FILE(units.NT15, "SKIP", element_counts.NELTOT);
+}
+
+}  // namespace
+
+void begin_streams(Pass pass) {
+  if (pass == Pass::determination) {
+    choose_next_generation();
+    FILE(units.NT12, "REWI");
+  } else {
+    FILE(generations.current, "REWI");
+  }
+  FILE(units.NT13, "REWI");
+  if (pass != Pass::reading) FILE(units.NT2, "REWI");
+}
+
+void fetch_record(Pass pass, const ElementType& type, Word* record) {
+  if (pass != Pass::determination) FILE(generations.current, "READ", group.LFIX, record);
+  read_own_words(type, record);
+}
+
+void store_record(Pass pass, const ElementType& type, const Word* record) {
+  if (pass == Pass::reading) return;
+  if (pass == Pass::determination) FILE(units.NT12, "WRIT", group.LFIX, record);
+  write_own_words(type, record);
+}
+
+void end_streams(Pass pass) {
+  if (pass == Pass::reading) return;
+  if (pass == Pass::determination) generations.current = units.NT12;
+  std::swap(units.NT13, units.NT2);
+}
+
+void begin_streaming() {
+  generations = {};
+  generations.current = units.NT1;
+  for (const int unit : {units.NT1, units.NT13, units.NT2}) FILE(unit, "REWI");
+  for_each_group([](const ElementType& type) {
+    Word* record = pool.words(storage.KEDAT, group.LEI);
+    const int tail = group.LEI - group.LFIX;
+    for (int i = 0; i < group.NUMEL; ++i) {
+      FILE(units.NT1, "READ", group.LFIX, record);
+      if (tail > 0) FILE(units.NT13, "READ", tail, record + group.LFIX);
+      write_own_words(type, record);
+    }
+  });
+  std::swap(units.NT13, units.NT2);
+}
+
+void exchange_generations() { give_role(units.NT1, generations.current); }
+
+void keep_generations() {
+  GenerationBlock& g = generations;
+  const bool one = g.current == units.NT1;
+  if (!one) give_role(units.NT15, g.current);
+  g.kept_reference = units.NT1;
+  g.kept_current = g.current;
+  g.kept_vectors = units.NT15;
+  go_to_vectors();
+}
+
+void return_to_kept_generations() {
+  GenerationBlock& g = generations;
+  give_role(units.NT1, g.kept_reference);
+  give_role(units.NT15, g.kept_vectors);
+  g.current = g.kept_current;
+  go_to_vectors();
+}
+
+}  // namespace tidearc

@@ -1,0 +1,97 @@
+// The active column solver of the eigenvalue analysis.
+#include "solve/actcol.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "run/layout.h"
+#include "run/units.h"
+#include "solve/profile.h"
+#include "solve/runs.h"
+
+namespace tidearc {
+
+namespace {
+
+// Entries of column j but the first and the diagonal, reduced by the columns above it.
+void reduce_inner(const Profile<double>& K, int j) {
+  const Reals column = K.column(j);
+  for (int r = K.top(j) + 1; r < j; ++r) {
+    double s = 0.0;
+    VECOP(product, {column, K.column(r)}, s, std::max(K.top(r), K.top(j)), r - 1);
+    column(r) -= s;
+  }
+}
+
+// Divides column j by the pivots of its rows; returns its own pivot.
+double divide(const Profile<double>& K, int j) {
+  const Reals column = K.column(j);
+  double d = column(j);
+  for (int r = K.top(j); r < j; ++r) {
+    const double t = column(r);
+    const double g = t * K.diagonal(r);
+    column(r) = g;
+    d = std::fma(-t, g, d);
+  }
+  return d;
+}
+
+void invert_pivot(const Profile<double>& K, int j, double d) {
+  if (d != 0.0) K.diagonal(j) = 1.0 / d;
+}
+
+void substitute(const Profile<double>& K, Reals V, int j) {
+  double s = 0.0;
+  VECOP(product, {V, K.column(j)}, s, K.top(j), j - 1);
+  V(j) -= s;
+}
+
+double multiply_by_pivots(const Profile<double>& K, Reals V) {
+  double energy = 0.0;
+  for (int e = 1; e <= K.NEQ; ++e) {
+    const double before = V(e);
+    V(e) = before * K.diagonal(e);
+    energy = std::fma(before, V(e), energy);
+  }
+  return energy;
+}
+
+void substitute_back(const Profile<double>& K, Reals V) {
+  for (int j = K.NEQ; j >= 2; --j) {
+    double x = V(j);
+    VECOP(subtract, {V, K.column(j)}, x, K.top(j), j - 1);
+  }
+}
+
+}  // namespace
+
+ActiveColumnResult active_column_solver(Reals A, Reals V, ConstIntegers IDIAG, int N, bool reduce, bool solve) {
+  const Profile<double> K{A, IDIAG, N};
+  ActiveColumnResult result;
+  for (int j = 1; j <= N; ++j) {
+    double d = K.diagonal(j);
+    if (K.height(j) > 1) {
+      if (reduce) {
+        reduce_inner(K, j);
+        d = divide(K, j);
+        if (!(d * K.diagonal(j) < 0.0)) ++result.count;
+      }
+      if (solve) substitute(K, V, j);
+    }
+    if (reduce) invert_pivot(K, j, d);
+  }
+  if (result.count > 0) ++result.count;
+  if (solve) {
+    result.energy = multiply_by_pivots(K, V);
+    substitute_back(K, V);
+  }
+  return result;
+}
+
+int ACTCOL(Reals A, Reals V, ConstIntegers IDIAG, int N, bool reduce, bool solve) {
+  const ActiveColumnResult result = active_column_solver(A, V, IDIAG, N, reduce, solve);
+  if (solve) write(units.NDOUT, "/,/,' *** ENERGY COMPUTED IN ACTCOL IS',E18.10", result.energy);
+  return result.count;
+}
+
+}  // namespace tidearc

@@ -1,0 +1,28 @@
+// The active column solver of the eigenvalue analysis: L D L^T on a whole profile in core, without prescribed equations
+// and without a tail, pivots kept as reciprocals. After Bathe, "Finite Element Procedures", ch. 8.2.
+#pragma once
+
+#include "run/views.h"
+
+namespace tidearc {
+
+/// What a call found.
+struct ActiveColumnResult {
+  int count = 0;        ///< see active_column_solver                                  [-]
+  double energy = 0.0;  ///< sum over V of the solve: twice the work of the loads      [force x length]
+};
+
+/// Reduces the profile matrix A of N equations (IDIAG: diagonal addresses) in place, solves for V in place, or both; a
+/// matrix that comes reduced is solved with as it is.
+///
+/// `count` is the number of columns taller than 1 whose reduced pivot has the sign of the assembled diagonal (or is
+/// zero), plus one when there is such a column. It is 0 for a diagonal matrix, never 1, and no count of negative
+/// pivots, although the Sturm check prints it as the number of eigenvalues.
+///
+/// A reduced pivot of exactly zero leaves the assembled diagonal where its reciprocal should stand; nothing tells.
+ActiveColumnResult active_column_solver(Reals A, Reals V, ConstIntegers IDIAG, int N, bool reduce, bool solve);
+
+/// The same, with the energy of each solve on the report. Returns the count.
+int ACTCOL(Reals A, Reals V, ConstIntegers IDIAG, int N, bool reduce, bool solve);
+
+}  // namespace tidearc

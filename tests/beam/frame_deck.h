@@ -1,0 +1,99 @@
+// A small frame deck in the making, and the answers of its run with all their digits.
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "elements/beam/record.h"
+#include "support/run_deck.h"
+#include "support/truss_deck.h"
+
+namespace tidearc::test {
+
+/// Cards of a type 3 group. Sections and elements are added one by one.
+struct LinearGroup {
+  double E = 1000.0, poisson = 0.25, weight = 0.0, mass = 0.0, fluid_weight = 0.0, fluid_mass = 0.0, pressure = 0.0;
+  int NMAT = 1, NGAUSS = 2, KFEM = 0, NFIRST = 1;
+  double BETAO = 0.0, BETAT = 0.0;
+  std::string KDEF = "";
+  std::string title = "FRAME";
+  std::string sections, offsets, elements;
+  int section_count = 0, offset_count = 0, element_count = 0, last = 0;
+
+  struct Section {
+    double OD = 0.0, t = 0.0, A = 0.0, ID = 0.0, J = 0.0, I3 = 0.0, I2 = 0.0, AS2 = 0.0, AS3 = 0.0, growth = 0.0;
+  };
+  struct Element {
+    int number = 0, I = 1, J = 2, DIFF = 0, K = 0, MAT = 0, SEC = 0, HIST = 0, GEOM = 0, WAVE = 0, BUOY = 0;
+    double axial = 0.0;
+    int ECC = 0, CAT = 0, INIT = 0, HI = 0, HJ = 0;
+    std::string further = "";  ///< cards that follow
+  };
+  void section(const Section& s);
+  void offset(const std::array<double, 6>& e);  ///< I-X, I-Y, I-Z, J-X, J-Y, J-Z
+  void element(Element e);                      ///< a number of 0 is the next
+  std::string text() const;
+};
+
+/// Cards of a type 2 or type 27 group.
+struct LargeGroup {
+  int ITYPE = 2;
+  double E = 1000.0, poisson = 0.25, weight = 0.0, mass = 0.0, fluid_weight = 0.0, fluid_mass = 0.0, pressure = 0.0,
+         alpha = 0.0;
+  int NSUB = 1, KFEM = 0, kviv = 2, KPOST = 0, NFIRST = 1;
+  double BETAO = 0.0, BETAT = 0.0;
+  std::string KDEF = "";
+  std::string title = "FRAME";
+  std::string sections, offsets, elements, viv;
+  int section_count = 0, offset_count = 0, element_count = 0, last = 0;
+
+  struct Section {
+    double A = 0.0, t = 0.0, ID = 0.0, IY = 0.0, IZ = 0.0, J = 0.0, growth = 0.0, angle = 0.0;
+  };
+  struct Element {
+    int number = 0, I = 1, J = 2, DIFF = 0, K = 0, MAT = 0, SEC = 0, OUT = 0, KGI = 0, KGE = 0, SD = 2, WAVE = 0,
+        BUOY = 0;
+    double axial = 0.0;
+    int ECC = 0, CAT = 0, INIT = 0;
+    std::string further = "";
+  };
+  void section(const Section& s);
+  void offset(const std::array<double, 6>& e);
+  void element(Element e);
+  std::string text() const;
+};
+
+using Load = std::array<double, 6>;
+
+class FrameDeck {
+ public:
+  int node(double x, double y, double z);
+  void fix(int node, const std::string& codes);
+  void group(const std::string& text);
+  /// A nodal pattern; further loads of the same pattern follow with more_load.
+  void load(int node, const Load& load);
+  void more_load(int node, const Load& load);
+  void temperature(int first, int last, double value);
+  void self_weight(const std::string& direction, double gravity = 9.81);
+  void stat(const std::vector<SegmentCards>& segments);
+  std::string text() const;
+
+ private:
+  std::string nodes_, fixes_, groups_, temperatures_, macros_, gravity_;
+  std::vector<std::vector<std::string>> patterns_;
+  int node_count_ = 0, fix_count_ = 0, group_count_ = 0, temperature_count_ = 0;
+};
+
+/// One pattern taken in one step, Newton's method.
+SegmentCards one_step(double tolerance = 1e-6);
+/// In `steps` equal steps.
+SegmentCards steps_of(int steps, double tolerance = 1e-6, int iterations = 40);
+
+/// What stands in the work array after a run: total displacement of a node, in its axes.
+double moved(int node, int component);
+/// Record of an element by its running number, in a model whose records all have one length.
+LinearBeamRecord linear_record(int running);
+LargeBeam large_record(int running);
+
+}  // namespace tidearc::test

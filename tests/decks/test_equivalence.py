@@ -1,0 +1,175 @@
+"""Runs that must agree: in core and on disk, in any number of blocks and any pool that fits, to the byte; symmetric and
+unsymmetric, in every node order, refactorised from a tail or whole, assembled by change or from nothing, to rounding."""
+import concurrent.futures
+import copy
+import unittest
+
+import equivalence
+from equivalence import DECKS, LATTICES, SHAPES, Result, apart, lattice, same_bytes, with_ordering, with_storage
+from lattice_deck import Shape, storage_card
+
+WORDS = 2  # of a real
+MOST_BLOCKS = 20
+
+
+def in_parallel(function, items):
+    with concurrent.futures.ThreadPoolExecutor(2) as workers:
+        return list(workers.map(function, items))
+
+
+def on_disk(deck):
+    return with_storage(deck, storage_card("DISK"))
+
+
+def blocked(deck, core, wanted, stiffness="SYMM"):
+    """A disk run with about so many blocks, never more than are allowed; None when its columns are too tall for two."""
+    triangles = 2 if stiffness == "USYM" else 1
+    reals = core.figure("STORAGE FOR STRUCTURE STIFFNESS MATRIX") + core.figure("TOTAL NUMBER OF EQUILIBRIUM EQUATIONS")
+    least = core.figure("MAXIMUM BAND WIDTH OF STRUCTURE MATRIX") + 1
+    length = max(least, -(-reals // wanted))
+    while length < reals:
+        result = Result(with_storage(deck, storage_card("DISK", stiffness, 2 * WORDS * length)))
+        if 1 < result.blocks <= MOST_BLOCKS:
+            return result
+        length += -(-length // (20 * triangles))
+    return None
+
+
+class Storage(unittest.TestCase):
+    """In core and on disk."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.core = dict(zip(DECKS, in_parallel(Result, DECKS.values())))
+
+    def test_a_disk_job_in_one_block_has_the_bytes_of_the_core_job(self):
+        disk = in_parallel(lambda deck: Result(on_disk(deck)), DECKS.values())
+        for name, result in zip(DECKS, disk):
+            with self.subTest(deck=name):
+                self.assertTrue(self.core[name].analysis)
+                self.assertEqual(result.blocks, 1)
+                self.assertEqual(same_bytes(self.core[name], result), [])
+
+    def test_a_disk_job_in_several_blocks_has_the_bytes_of_the_core_job(self):
+        jobs = [(name, wanted) for name in DECKS for wanted in (2, 5, MOST_BLOCKS)]
+        results = in_parallel(lambda job: blocked(DECKS[job[0]], self.core[job[0]], job[1]), jobs)
+        counts = {}
+        for (name, wanted), result in zip(jobs, results):
+            if result:
+                with self.subTest(deck=name, blocks=result.blocks):
+                    counts.setdefault(name, set()).add(result.blocks)
+                    self.assertEqual(same_bytes(self.core[name], result), [])
+        self.assertGreaterEqual(len(counts), 12, counts)
+        self.assertIn(MOST_BLOCKS, set.union(*counts.values()))
+        self.assertGreaterEqual(len(set.union(*counts.values())), 8)
+
+    def test_the_pool_size_decides_the_blocks_and_no_digit(self):
+        deck = lattice(Shape(10, 10, 10))
+        core = Result(deck)
+        disk = on_disk(deck)
+        results = in_parallel(lambda pool: Result(disk, [pool]), ("1M", "2M", "3M", "40M"))
+        for pool, result in zip(("1M", "2M", "3M", "40M"), results):
+            with self.subTest(pool=pool, blocks=result.blocks):
+                self.assertEqual(same_bytes(core, result), [])
+        self.assertGreater(results[0].blocks, 3)
+        self.assertEqual(results[-1].blocks, 1)
+        self.assertEqual(same_bytes(core, Result(deck, ["40M"])), [])
+
+
+class Numbers(unittest.TestCase):
+    """Same numbers to rounding, other digits allowed. All on disk, where the log of states can be read afterwards."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.plain = dict(zip(DECKS, in_parallel(lambda deck: Result(on_disk(deck)), DECKS.values())))
+
+    def agree(self, change):
+        results = in_parallel(lambda name: Result(change(on_disk(DECKS[name]))), DECKS)
+        for name, result in zip(DECKS, results):
+            with self.subTest(deck=name):
+                self.assertIsNone(apart(self.plain[name], result))
+
+    def test_most_decks_change_states_so_that_all_digits_are_compared(self):
+        self.assertGreaterEqual(sum(len(result.changes) > 12 for result in self.plain.values()), 12)
+
+    def test_unsymmetric_storage(self):
+        self.agree(lambda deck: with_storage(deck, storage_card("DISK", "USYM")))
+
+    def test_unsymmetric_storage_in_core_has_the_bytes_of_the_disk_job(self):
+        results = in_parallel(lambda job: Result(with_storage(DECKS[job[0]], storage_card(job[1], "USYM"))),
+                              [(name, scheme) for name in DECKS for scheme in ("CORE", "DISK")])
+        for name, core, disk in zip(DECKS, results[::2], results[1::2]):
+            with self.subTest(deck=name):
+                self.assertEqual(same_bytes(core, disk), [])
+
+    def test_unsymmetric_storage_in_blocks(self):
+        jobs = [(name, wanted) for name in DECKS for wanted in (3, 11)]
+        results = in_parallel(lambda job: blocked(DECKS[job[0]], self.plain[job[0]], job[1], "USYM"), jobs)
+        for (name, wanted), result in zip(jobs, results):
+            if result:
+                with self.subTest(deck=name, blocks=result.blocks):
+                    self.assertIsNone(apart(self.plain[name], result))
+        self.assertGreaterEqual(len({name for (name, _), result in zip(jobs, results) if result}), 12)
+
+    def test_every_order_of_the_nodes(self):
+        for code in (1, 2, 3, 4):
+            with self.subTest(code=code):
+                self.agree(lambda deck, code=code: with_ordering(deck, code))
+
+    def test_a_renumbered_disk_job_in_blocks(self):
+        decks = {name: with_ordering(deck, 1) for name, deck in LATTICES.items()}
+        core = dict(zip(decks, in_parallel(Result, decks.values())))
+        results = in_parallel(lambda name: blocked(decks[name], core[name], 5), decks)
+        for name, result in zip(decks, results):
+            with self.subTest(deck=name):
+                self.assertEqual(same_bytes(core[name], result), [])
+
+    def test_assembly_from_nothing_and_by_change(self):
+        apiece = in_parallel(lambda shape: Result(on_disk(lattice(shape, split=True))), SHAPES.values())
+        for name, result in zip(SHAPES, apiece):
+            with self.subTest(deck=name):
+                self.assertIsNone(apart(without_macros(self.plain[name]), without_macros(result)))
+
+    def test_refactorisation_of_the_tail_and_of_the_whole(self):
+        results = in_parallel(lambda job: Result(on_disk(lattice(SHAPES[job[0]], idle=job[1]))), [(name, code) for name in SHAPES for code in (0, 1)])
+        for name, tail, whole in zip(SHAPES, results[::2], results[1::2]):
+            with self.subTest(deck=name):
+                formed = ["\n".join(result.analysis).count("STIFFNESS FORMED") for result in (tail, whole)]
+                self.assertLess(formed[0], formed[1], "the idle bar does not have the matrix formed anew")
+                self.assertIsNone(apart(tail, whole))
+
+
+def without_macros(result):
+    """A run whose macros do not show: of the report the tables of results, levels without the number of the macro."""
+    bare = copy.copy(result)
+    bare.analysis = [line for kind, rows in equivalence.tables(result.analysis) if kind != "text" for line in rows + [""]]
+    bare.levels = [" " + " ".join(line.split()[:5]) for line in result.levels if line[1:2].isdigit()]
+    return bare
+
+
+class Comparison(unittest.TestCase):
+    """The comparisons can fail."""
+
+    def test_a_stiffer_bar_is_seen_in_every_file(self):
+        deck = on_disk(LATTICES["tower"])
+        plain, other = Result(deck), Result(deck.replace("   30000.0", "   30000.1", 1))
+        self.assertIsNone(apart(plain, Result(deck)))
+        self.assertIsNotNone(apart(plain, other))
+        self.assertIsNotNone(equivalence.levels_apart(plain, other))
+        self.assertIsNotNone(equivalence.changes_apart(plain, other))
+
+    def test_one_unit_of_the_last_digit_is_rounding_and_two_are_not(self):
+        row = "      DISPLACEMENT         0.10000E+01 -0.20000E-03"
+        for other, differs in (("0.10001E+01 -0.20000E-03", False), ("0.10002E+01 -0.20000E-03", True), ("0.10000E+01 -0.20002E-03", True)):
+            self.assertEqual(equivalence.rows_apart("nodes", [row], ["      DISPLACEMENT         " + other]) is not None, differs)
+
+    def test_noise_beside_large_numbers_is_rounding(self):
+        rows = ["    1       1       2    0      0.10000E+04      0.10000E+00      0.00000E+00      0.00000E+00",
+                "    2       2       3    0      0.12345E-08      0.10000E+00      0.00000E+00      0.00000E+00"]
+        other = [rows[0], rows[1].replace("0.12345E-08", "0.54321E-08")]
+        self.assertIsNone(equivalence.rows_apart("elements", rows, other))
+        self.assertIsNotNone(equivalence.rows_apart("elements", rows, [rows[0], rows[1].replace("0.12345E-08", "0.54321E-06")]))
+
+
+if __name__ == "__main__":
+    unittest.main()

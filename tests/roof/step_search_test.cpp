@@ -1,0 +1,280 @@
+// Update vectors and line searches: iterations that save factorisations.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "run_deck.h"
+#include "scratch.h"
+#include "truss_deck.h"
+
+namespace tidearc::test {
+namespace {
+
+/// The shallow two-bar truss with its apex beside the middle, under a load not far below its limit: the stiffness falls
+/// to a small part of the first one.
+TrussDeck softening_truss(double load = 45.0) {
+  TrussDeck deck;
+  deck.node(-10, 0, 0);
+  deck.node(1, 0, 0.5);
+  deck.node(10, 0, 0);
+  deck.fix(1, "111111");
+  deck.fix(2, "010111");
+  deck.fix(3, "111111");
+  deck.material(1000000);
+  deck.section(1);
+  deck.bar(1, 2, 1, 1, 1);
+  deck.bar(2, 3, 1, 1, 1);
+  deck.pattern(2, 0, 0, -load);
+  return deck;
+}
+
+/// The stiffness is formed at every 20th iteration.
+SegmentCards modified_newton() {
+  SegmentCards cards;
+  cards.MAXIT = 200;
+  cards.KISTF = 20;
+  cards.TOLU = 1e-6;
+  return cards;
+}
+
+/// Unbalance of the softening truss at an apex displacement, by the bars alone.
+double unbalance_of_apex(double u, double v, double load) {
+  double fx = 0.0, fz = -load;
+  for (const double end : {-10.0, 10.0}) {
+    const double x = 1.0 - end;
+    const double L = std::hypot(x, 0.5), l = std::hypot(x + u, 0.5 + v);
+    const double N = 1.0e6 * (l / L - 1.0);
+    fx -= N * (x + u) / l;
+    fz -= N * (0.5 + v) / l;
+  }
+  return std::max(std::abs(fx), std::abs(fz));
+}
+
+TEST(UpdateVectors, SaveFactorisations) {
+  std::vector<int> iterations, formations;
+  for (const int KBFGS : {0, 1}) {
+    TrussDeck deck = softening_truss();
+    SegmentCards cards = modified_newton();
+    cards.KBFGS = KBFGS;
+    deck.stat({cards});
+    const RunResult run = run_static(deck.text());
+    ASSERT_EQ(run.status, 0) << run.errors;
+    EXPECT_LT(unbalance_of_apex(run.U[0], run.U[1], 45.0), 2e-6);
+    const ProgressRow last = progress_rows(run.progress).back();
+    iterations.push_back(last.iteration);
+    formations.push_back(last.formations);
+    EXPECT_EQ(count_of(run.report, "     BFGS STIFFNESS MODIFICATION\n"),
+              KBFGS == 0 ? 0 : last.iteration - last.formations)
+        << "in every iteration that does not form the stiffness";
+  }
+  RecordProperty("iterations_without", iterations[0]);
+  RecordProperty("iterations_with", iterations[1]);
+  EXPECT_EQ(formations[0], 2) << iterations[0] << " iterations";
+  EXPECT_EQ(formations[1], 1) << iterations[1] << " iterations";
+  EXPECT_LT(iterations[1], iterations[0]);
+}
+
+TEST(UpdateVectors, ServeTheReferenceSolutionToo) {
+  // Arcs with the stiffness of the first iteration of each step alone.
+  constexpr double load = 100.0;
+  for (const int KISTF : {1, 30}) {
+    TrussDeck deck = softening_truss(load);
+    SegmentCards cards = modified_newton();
+    cards.KISTF = KISTF;
+    cards.MAXIT = 40;
+    cards.KBFGS = 1;
+    cards.KSTEP = 2;
+    cards.KNMS = 1;
+    cards.KDIR = 4;
+    cards.KITER = 2;
+    cards.KIPAR = 2;
+    cards.ARCL = 0.04;
+    cards.STEP0 = 0.1;
+    cards.NSTEPS = 10;
+    cards.FQUIT = -10.0;
+    deck.stat({cards});
+    const RunResult run = run_static(deck.text());
+    ASSERT_EQ(run.status, 0) << run.errors << run.progress;
+    EXPECT_LT(unbalance_of_apex(run.U[0], run.U[1], load * run.accumulated), 2e-6);
+    EXPECT_NEAR(std::hypot(run.DSTEP[0], run.DSTEP[1]), 0.04, 1e-12);
+    const ProgressRow last = progress_rows(run.progress).back();
+    EXPECT_TRUE(KISTF == 1 || last.formations == 10) << "one in each step";
+    EXPECT_GT(last.iteration, 1);
+  }
+}
+
+TEST(UpdateVectors, ContinueOverTheEndOfAStep) {
+  // KISTF 0: the stiffness is formed in the first iteration of the macro alone.
+  TrussDeck deck = softening_truss();
+  SegmentCards cards = modified_newton();
+  cards.KSSTF = 2;
+  cards.KISTF = 0;
+  cards.KBFGS = 1;
+  cards.STEP0 = 0.25;
+  cards.NSTEPS = 3;
+  deck.stat({cards});
+  const RunResult run = run_static(deck.text());
+  ASSERT_EQ(run.status, 0) << run.errors << run.progress;
+  EXPECT_EQ(progress_rows(run.progress).back().formations, 1);
+  const std::vector<std::string> lines = lines_of(run.report);
+  bool in_second = false, modified_at_once = false;
+  for (const std::string& line : lines) {
+    if (line.find("BEGIN LOAD STEP NO.  2") != std::string::npos) in_second = true;
+    if (in_second && line.find("BEGIN ITERATION NO.  2") != std::string::npos) break;
+    if (in_second && line.find("BFGS STIFFNESS MODIFICATION") != std::string::npos) modified_at_once = true;
+  }
+  EXPECT_TRUE(modified_at_once) << "the pair of the last iteration of step 1 serves the first of step 2";
+  EXPECT_LT(unbalance_of_apex(run.U[0], run.U[1], 45.0 * 0.75), 2e-6);
+}
+
+TEST(UpdateVectors, OfAnIterationWithAnEventAreNotKept) {
+  // Yield at an event: the stiffness is formed behind it, and pairs of before are forgotten.
+  TrussDeck deck = loaded_bar(1.5, 0.1, 1.0);
+  SegmentCards cards = modified_newton();
+  cards.KBFGS = 1;
+  cards.KEVENT = 1;
+  deck.stat({cards});
+  const RunResult run = run_static(deck.text());
+  ASSERT_EQ(run.status, 0) << run.errors;
+  EXPECT_EQ(count_of(run.report, "BFGS STIFFNESS MODIFICATION"), 0);
+  EXPECT_NEAR(run.U.at(0), 0.06, 1e-9);
+}
+
+// The bar of EA/L 100 yields at 1 and hardens with 10: with the elastic stiffness each iteration takes a tenth of the
+// way, and a length of 10 all of it.
+
+SegmentCards searching(int NLS, double SLOW, double SUP, double TOLS) {
+  SegmentCards cards;
+  cards.MAXIT = 100;
+  cards.KISTF = 3;
+  cards.NLS = NLS;
+  cards.SLOW = SLOW;
+  cards.SUP = SUP;
+  cards.TOLS = TOLS;
+  return cards;
+}
+
+RunResult search_in_yielding_bar(const SegmentCards& cards) {
+  TrussDeck deck = loaded_bar(1.5, 0.1, 1.0);
+  deck.stat({cards});
+  return run_static(deck.text());
+}
+
+TEST(LineSearch, SavesFactorisations) {
+  const ProgressRow without = progress_rows(search_in_yielding_bar(searching(1, 0.1, 10.0, 0.01)).progress).back();
+  const RunResult run = search_in_yielding_bar(searching(5, 0.1, 10.0, 0.01));
+  const ProgressRow with = progress_rows(run.progress).back();
+  EXPECT_EQ(without.formations, 2) << "the stiffness of the second branch is formed in iteration 4";
+  EXPECT_EQ(with.formations, 1);
+  EXPECT_EQ(without.iteration, 4);
+  EXPECT_EQ(with.iteration, 2) << "10 times the second increment is the answer";
+  EXPECT_NEAR(run.U.at(0), 0.06, 1e-12);
+}
+
+TEST(LineSearch, TellsItsTrials) {
+  const RunResult run = search_in_yielding_bar(searching(5, 0.1, 10.0, 0.01));
+  const std::vector<std::string> lines = lines_of(run.report);
+  std::vector<std::string> told;
+  for (const std::string& line : lines)
+    if (line.find("SEARCH") != std::string::npos && line[5] != '1') told.push_back(line);
+  const std::vector<std::string> expected{
+      "     BEGIN LINE SEARCH NO.1     SEARCH TOLERANCE =   0.1000D-01",
+      "     LINE SEARCH NO.     2     STEP SIZE =      0.100D+00",
+      "     LINE SEARCH NO.     3     STEP SIZE =      0.100D+02",
+  };
+  ASSERT_GE(told.size(), 3U);
+  EXPECT_EQ(std::vector<std::string>(told.end() - 3, told.end()), expected) << "a trial below TOL ends the search";
+}
+
+TEST(LineSearch, EndsWithinItsOwnTolerance) {
+  // Length 8 leaves a fifth of the unbalance of length 0, 2/9 of that of length 1.
+  const RunResult run = search_in_yielding_bar(searching(3, 0.1, 8.0, 0.25));
+  EXPECT_NE(run.report.find("     LINE SEARCH CONVERGED     END LINE SEARCH - STEP SIZE =    8.0000\n"),
+            std::string::npos)
+      << run.report;
+  EXPECT_NEAR(run.U.at(0), 0.06, 1e-7);
+}
+
+TEST(LineSearch, WithoutSuccessTakesItsBestTrial) {
+  const RunResult run = search_in_yielding_bar(searching(3, 0.1, 5.0, 0.01));
+  EXPECT_NE(run.report.find("     LINE SEARCH DID NOT CONVERGE AFTER   3 TRIES\n"
+                            "     PREDICTED LINE SEARCH LENGTH OF "),
+            std::string::npos)
+      << run.report;
+  // Unbalance 0.45 behind the first iteration; a length of 5 with a tenth of the way each takes half of it.
+  EXPECT_NE(run.report.find("     STATE DETERMINATION\n"
+                            "     SOLUTION CONTINUED WITH STEP SIZE =   5.00000     AND UNBALANCED NORM   =     "
+                            "0.2250D+00\n"),
+            std::string::npos);
+  EXPECT_NEAR(run.U.at(0), 0.06, 1e-7);
+}
+
+TEST(LineSearch, TheCalculatedLengthIsBeyondTheLimits) {
+  // Unbalances 0.405 at length 1 and 0.225 at 5: 0.5 ((0.225 - 0.405) 0.01 - 0.225) / ((0.405 - 0.225) 0.1 + 0.225).
+  const RunResult run = search_in_yielding_bar(searching(9, 0.1, 5.0, 0.01));
+  EXPECT_NE(run.report.find("PREDICTED LINE SEARCH LENGTH OF   -0.4667D+00 IS BEYOND SPECIFIED LIMITS\n"),
+            std::string::npos)
+      << run.report;
+  EXPECT_NE(run.report.find("DID NOT CONVERGE AFTER   3 TRIES"), std::string::npos);
+}
+
+TEST(LineSearch, OfTwoTrialsEndsBeforeTheUpperLimit) {
+  const RunResult run = search_in_yielding_bar(searching(2, 0.1, 10.0, 0.01));
+  EXPECT_NE(run.report.find("DID NOT CONVERGE AFTER   2 TRIES\n     STATE DETERMINATION"), std::string::npos)
+      << "without a length beyond the limits";
+  EXPECT_NE(run.report.find("SOLUTION CONTINUED WITH STEP SIZE =   1.00000"), std::string::npos);
+}
+
+TEST(LineSearch, IsOffInTheFirstIterationWithoutItsScale) {
+  SegmentCards cards = searching(5, 0.1, 10.0, 0.01);
+  const RunResult off = search_in_yielding_bar(cards);
+  EXPECT_EQ(count_of(off.report, "LINE SEARCH NO.     2"), 1) << "in iteration 2 alone";
+  cards.USCALE = 1.0;
+  const RunResult on = search_in_yielding_bar(cards);
+  EXPECT_EQ(count_of(on.report, "LINE SEARCH NO.     2"), 2);
+  EXPECT_EQ(count_of(on.report, "BEGIN LINE SEARCH NO.1"), 1) << "not announced in iteration 1";
+}
+
+TEST(LineSearch, IsOffBehindAnEvent) {
+  SegmentCards cards = searching(5, 0.1, 10.0, 0.01);
+  cards.KEVENT = 1;
+  cards.USCALE = 1.0;
+  const RunResult run = search_in_yielding_bar(cards);
+  EXPECT_EQ(count_of(run.report, "EVENT PREDICTED"), 1);
+  EXPECT_EQ(count_of(run.report, "LINE SEARCH NO"), 0);
+  EXPECT_EQ(count_of(run.report, "LINE SEARCH DID"), 0);
+}
+
+TEST(LineSearch, DoesNotScaleTheLevelNorWhatItImposes) {
+  // Bars 1-2-3 in a row, yield at 1 in both, node 3 imposed: the search moves node 2 alone.
+  TrussDeck deck;
+  deck.node(0, 0, 0);
+  deck.node(10, 0, 0);
+  deck.node(20, 0, 0);
+  deck.fix(1, "111111");
+  deck.fix(2, "011111");
+  deck.fix(3, "011111");
+  deck.material(1000, 0.1, 1, 1);
+  deck.section(1);
+  deck.section(2);
+  deck.bar(1, 2);
+  deck.bar(2, 3, 1, 2);
+  deck.prescribe(3, 1, 0.1);
+  SegmentCards cards = searching(4, 0.1, 3.0, 0.01);
+  cards.USCALE = 1.0;
+  cards.factors = {};
+  cards.pfactors = {1.0};
+  deck.stat({cards});
+  const RunResult run = run_static(deck.text());
+  ASSERT_EQ(run.status, 0) << run.errors;
+  EXPECT_GT(count_of(run.report, "LINE SEARCH NO.     3"), 0);
+  EXPECT_EQ(run.U.at(1), 0.1);
+  // Equilibrium: the thin bar carries 1 + 10 (u - 0.01) at most, the thick one 2 before it yields: 200 (0.1 - u) =
+  // 1 + 10 (u - 0.01) gives u = 19.1 / 210.
+  EXPECT_NEAR(run.U.at(0), 19.1 / 210.0, 1e-7);
+}
+
+}  // namespace
+}  // namespace tidearc::test
