@@ -1,6 +1,7 @@
 // What the machine can do, measured beside the solver: multiply-adds a second, and reading an array.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <ctime>
@@ -13,7 +14,7 @@
 
 namespace tidearc::bench {
 
-/// Processor time, so that a busy machine does not spoil a ratio.
+/// Processor time of this thread, so that a busy machine does not spoil a ratio.
 template <class Act>
 double timed(Act&& act) {
   timespec t0{}, t1{};
@@ -23,13 +24,19 @@ double timed(Act&& act) {
   return static_cast<double>(t1.tv_sec - t0.tv_sec) + 1.0E-9 * static_cast<double>(t1.tv_nsec - t0.tv_nsec);
 }
 
-/// Best of several.
-template <class Act>
-double best_of(int times, Act&& act) {
-  double best = timed(act);
-  for (int i = 1; i < times; ++i) best = std::min(best, timed(act));
+/// Best of several; `prepare` is not timed.
+template <class Prepare, class Act>
+double best_of(int times, Prepare&& prepare, Act&& act) {
+  double best = 1.0E30;
+  for (int i = 0; i < times; ++i) {
+    prepare();
+    best = std::min(best, timed(act));
+  }
   return best;
 }
+inline void nothing() {}
+
+inline double sink = 0.0;  // keeps results that nobody reads
 
 #if defined(__x86_64__)
 __attribute__((target("avx512f"), noinline)) inline double spin_avx512(long count) {
@@ -40,10 +47,10 @@ __attribute__((target("avx512f"), noinline)) inline double spin_avx512(long coun
 #pragma GCC unroll 16
     for (int k = 0; k < 16; ++k) s[k] = _mm512_fmadd_pd(s[k], a, b);
   }
-  double sum[8], total = 0.0;
+  double lanes[8], total = 0.0;
   for (const __m512d& x : s) {
-    _mm512_storeu_pd(sum, x);
-    total += sum[0];
+    _mm512_storeu_pd(lanes, x);
+    total += lanes[0];
   }
   return total;
 }
@@ -55,64 +62,16 @@ __attribute__((target("avx2,fma"), noinline)) inline double spin_avx2(long count
 #pragma GCC unroll 12
     for (int k = 0; k < 12; ++k) s[k] = _mm256_fmadd_pd(s[k], a, b);
   }
-  double sum[4], total = 0.0;
-  for (const __m256d& x : s) {
-    _mm256_storeu_pd(sum, x);
-    total += sum[0];
-  }
-  return total;
-}
-#endif
-
-inline double sink = 0.0;  // keeps results that nobody reads
-
-/// Multiply-adds a second of this core with the vector width that the solver uses.
-inline double multiply_add_peak() {
-  constexpr long count = 4000000;
-#if defined(__x86_64__)
-  if (std::strcmp(kernels->name, "AVX-512") == 0) {
-    return 16.0 * 8.0 * count / best_of(5, [] { sink = spin_avx512(count); });
-  }
-  if (std::strcmp(kernels->name, "AVX2") == 0) {
-    return 12.0 * 4.0 * count / best_of(5, [] { sink = spin_avx2(count); });
-  }
-#endif
-  double s[16] = {};
-  return 16.0 * count / best_of(5, [&] {
-    for (long i = 0; i < count; ++i) {
-      for (double& x : s) x = __builtin_fma(x, 0.999, 0.001);
-    }
-    sink = s[0];
-  });
-}
-
-#if defined(__x86_64__)
-__attribute__((target("avx512f"), noinline)) inline double sum_avx512(const double* p, std::size_t n) {
-  __m512d s[4] = {};
-  for (; n >= 32; n -= 32, p += 32) {
-#pragma GCC unroll 4
-    for (int k = 0; k < 4; ++k) s[k] = _mm512_add_pd(s[k], _mm512_loadu_pd(p + 8 * k));
-  }
-  double lanes[8], total = 0.0;
-  _mm512_storeu_pd(lanes, _mm512_add_pd(_mm512_add_pd(s[0], s[1]), _mm512_add_pd(s[2], s[3])));
-  for (const double x : lanes) total += x;
-  for (; n > 0; --n) total += *p++;
-  return total;
-}
-__attribute__((target("avx2"), noinline)) inline double sum_avx2(const double* p, std::size_t n) {
-  __m256d s[4] = {};
-  for (; n >= 16; n -= 16, p += 16) {
-#pragma GCC unroll 4
-    for (int k = 0; k < 4; ++k) s[k] = _mm256_add_pd(s[k], _mm256_loadu_pd(p + 4 * k));
-  }
   double lanes[4], total = 0.0;
-  _mm256_storeu_pd(lanes, _mm256_add_pd(_mm256_add_pd(s[0], s[1]), _mm256_add_pd(s[2], s[3])));
-  for (const double x : lanes) total += x;
-  for (; n > 0; --n) total += *p++;
+  for (const __m256d& x : s) {
+    _mm256_storeu_pd(lanes, x);
+    total += lanes[0];
+  }
   return total;
 }
-__attribute__((target("avx2"), noinline)) inline double sum_simple(const double* p, std::size_t n) {
-  __m256d s = {};
+// Sums an array with one vector accumulator, as a compiler that may re-associate vectorises the plain loop.
+__attribute__((target("avx2"), noinline)) inline double sum_avx2(const double* p, std::size_t n) {
+  __m256d s = _mm256_setzero_pd();
   for (; n >= 4; n -= 4, p += 4) s = _mm256_add_pd(s, _mm256_loadu_pd(p));
   double lanes[4], total = 0.0;
   _mm256_storeu_pd(lanes, s);
@@ -120,6 +79,64 @@ __attribute__((target("avx2"), noinline)) inline double sum_simple(const double*
   for (; n > 0; --n) total += *p++;
   return total;
 }
+// With eight accumulators, as fast as the memory gives them.
+__attribute__((target("avx512f"), noinline)) inline double sum_avx512(const double* p, std::size_t n) {
+  __m512d s[8];
+  for (__m512d& x : s) x = _mm512_setzero_pd();
+  for (; n >= 64; n -= 64, p += 64) {
+#pragma GCC unroll 8
+    for (int k = 0; k < 8; ++k) s[k] = _mm512_add_pd(s[k], _mm512_loadu_pd(p + 8 * k));
+  }
+  double lanes[8], total = 0.0;
+  for (const __m512d& x : s) {
+    _mm512_storeu_pd(lanes, x);
+    for (const double y : lanes) total += y;
+  }
+  for (; n > 0; --n) total += *p++;
+  return total;
+}
 #endif
+
+inline bool uses(const char* table) { return std::strcmp(kernels->name, table) == 0; }
+
+inline double sum_plain(const double* p, std::size_t n) {
+  double s[4] = {};
+  for (; n >= 4; n -= 4, p += 4) {
+    for (int k = 0; k < 4; ++k) s[k] += p[k];
+  }
+  for (; n > 0; --n) s[0] += *p++;
+  return s[0] + s[1] + s[2] + s[3];
+}
+
+/// One read of an array: the plain vectorised sum of its values.
+inline double sum_of(const double* p, std::size_t n) {
+#if defined(__x86_64__)
+  if (uses("AVX-512") || uses("AVX2")) return sum_avx2(p, n);
+#endif
+  return sum_plain(p, n);
+}
+/// The same with the widest vectors and more accumulators than latency asks for.
+inline double fastest_sum_of(const double* p, std::size_t n) {
+#if defined(__x86_64__)
+  if (uses("AVX-512")) return sum_avx512(p, n);
+#endif
+  return sum_of(p, n);
+}
+
+/// Multiply-adds a second of this core with the vectors that the solver uses.
+inline double multiply_add_peak() {
+  constexpr long count = 2000000;
+#if defined(__x86_64__)
+  if (uses("AVX-512")) return 128.0 * count / best_of(9, nothing, [] { sink = spin_avx512(count); });
+  if (uses("AVX2")) return 48.0 * count / best_of(9, nothing, [] { sink = spin_avx2(count); });
+#endif
+  double s[16] = {};
+  return 16.0 * count / best_of(9, nothing, [&] {
+           for (long i = 0; i < count; ++i) {
+             for (double& x : s) x = __builtin_fma(x, 0.999, 0.001);
+           }
+           sink = s[0];
+         });
+}
 
 }  // namespace tidearc::bench

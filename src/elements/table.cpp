@@ -16,13 +16,15 @@ constexpr int variable = 0;  // the type's input sets the count
 
 constexpr ElementOperations truss = {INEL01, SDET01, RESP01, DYNF01, STIF01, EVNT01, ENVO01, PRNT01};
 constexpr ElementOperations linear_beam = {INEL03, SDET03, RESP03, DYNF03, STIF03, nullptr, ENVO03, PRNT03};
+constexpr ElementOperations large_beam = {INEL02, SDET02, RESP02, DYNF02, STIF02, nullptr, ENVO02, PRNT02};
+constexpr ElementOperations vortex_beam = {INEL27, SDET02, RESP02, DYNF02, STIF02, nullptr, ENVO27, PRNT02};
 constexpr ElementOperations none = {};
 
 // clang-format off
 constexpr std::array<ElementType, type_count> table = {{
     // type, title, NDOF, LFIX, LTAN, LAUX, word of the stiffness pass, nodes in the graph, operations
     {1, "THREE DIMENSIONAL TRUSS ELEMENTS", 6, 314, 42, 2, truss_KLAST_word, 2, truss},
-    {2, "3-D LINEAR BEAM-COLUMN WITH GEOMETRIC STIFFNESS", 12, 668, 156, 2, 0, 2, none},
+    {2, "3-D LINEAR BEAM-COLUMN WITH GEOMETRIC STIFFNESS", 12, 668, 156, 2, 0, 2, large_beam},
     {3, "LINEAR BEAM ELEMENT", 12, 530, 156, 2, 0, 2, linear_beam},
     {4, "INELASTIC BEAM-COLUMN ELEMENTS - PARALLEL", 12, 1010, 156, 2, 0, 2, none},
     {5, "THREE DIMENSIONAL GAP-FRICTION ELEMENTS", 12, 184, 12, 2, 0, 1, none},
@@ -47,7 +49,7 @@ constexpr std::array<ElementType, type_count> table = {{
     {24, "LARGE-BODY WAVE ELEMENT", 6, 118, 42, 2, 0, 0, none},
     {25, "DIFFRACTION-BASED WAVE ELEMENT", 6, 13906, 2, 2, 0, 0, none},
     {26, "LUMPED NODE ELEMENT", 6, 454, 42, 2, 0, 0, none},
-    {27, "3-D LINEAR BEAM-COLUMN WITH GEOMETRIC STIFFNESS AND VIV", 12, 1326, 156, 2, 0, 0, none},
+    {27, "3-D LINEAR BEAM-COLUMN WITH GEOMETRIC STIFFNESS AND VIV", 12, 1326, 156, 2, 0, 0, vortex_beam},
     {28, "PLATE BENDING ELEMENTS", 24, 682, 488, 2, 0, 0, none},
 }};
 // clang-format on

@@ -91,7 +91,8 @@ bool order_by_sloan(const NodeGraph& graph, Integers order, Integers scratch);
 // Equation numbers.
 
 /// The new number of each old equation, and of the sink NEQ + 1 that of itself: nodes in their new order, components in
-/// theirs, each equation when it is first met. False when ID (NUMNP by 6) holds what is no equation, or not all of them.
+/// theirs, each equation when it is first met. False when ID (NUMNP by 6) holds what is no equation, or not all of
+/// them.
 bool number_equations(ConstIntegers order, IntegerTable ID, int NEQ, Integers new_number);
 /// Brings an equation-length vector into the new numbering; the sink keeps its value. `scratch` has its length.
 void reorder(ConstIntegers new_number, Reals vector, Reals scratch);

@@ -157,14 +157,9 @@ std::string DiskTape::get_past_buffer(std::int64_t offset, char* to, std::int64_
   return read_file(offset, to, bytes);
 }
 
+/// Cuts what follows the position; a write comes next, which takes the buffer for itself.
 std::string DiskTape::cut_here() {
   if (position_ >= size_) return {};
-  if (position_ >= first_) {
-    held_ = std::min(held_, position_ - first_);
-  } else {  // nothing of the buffer is left
-    held_ = 0;
-    waiting_ = false;
-  }
   if (std::string cause = write_held(); !cause.empty()) return cause;
   std::error_code error;
   std::filesystem::resize_file(path_, static_cast<std::uintmax_t>(position_), error);

@@ -3,7 +3,10 @@
 // columns from KFIRST and the rows from KROW0 are reduced, and equations of prescribed displacement stay inside the
 // matrix and are stepped over along their run links (solve/runs.h).
 //
-// Pure functions of views; they allocate nothing and know no block. Every sum runs from low row to high.
+// Pure functions of views that know no block. Every sum begins at +0.0 and runs from low row to high in one accumulator
+// whose step is a fused multiply-add, rounded once; a term of a row that is final is (L * pivot) * L, the bracket
+// rounded first. So the digits are the same on every machine (solve/kernel_table.h) and in core or in stretches.
+// Reductions keep a little memory of their own for packed columns (solve/packed.h); nothing else allocates.
 #pragma once
 
 #include "run/views.h"
@@ -59,6 +62,10 @@ void back_substitute(const Profile<const double>& K, ConstIntegers MSTAT, Reals 
 /// Solves with a whole reduced matrix. R has NEQ entries or more: loads of free equations in, their displacements out;
 /// entries of prescribed equations hold their displacements and stay.
 void solve_symmetric(const Profile<const double>& K, ConstIntegers MSTAT, Reals R);
+
+/// Solves for `count` right-hand sides together, 1..most_loads (solve/kernel_table.h), which read the factor once:
+/// entry e of right-hand side j is R(count * (e - 1) + j). Each gets the digits that solve_symmetric gives it alone.
+void solve_many(const Profile<const double>& K, ConstIntegers MSTAT, Reals R, int count);
 
 /// Diagonal entries below zero, over all equations.
 int count_negative_pivots(const Profile<const double>& K);

@@ -17,6 +17,8 @@ inline constexpr int group_lanes = 8;  ///< columns of a lane group
 inline constexpr int strip_rows = 6;   ///< most rows of a strip: the equations of a frame's node
 inline constexpr int tile_size = strip_rows * group_lanes;
 
+inline constexpr int most_loads = 32;  ///< right-hand sides that are solved for together
+
 /// A quotient may be formed from a reciprocal when dividend and divisor have these sizes: no step of it then leaves the
 /// range of normal numbers.
 inline constexpr double smallest_dividend = 0x1p-450;
@@ -96,6 +98,22 @@ struct Kernels {
   /// Reduces the rows of the strip in a group by their sums; when told, divides them by the pivots and counts them in
   /// the diagonal sums. Stores them in the profile, the undivided ones in `values`.
   void (*finish_strip)(const Strip& strip, LaneGroup* const* groups, int count, const double* sums, bool divide);
+
+  // --- solutions (solve/substitution.cpp): up to strip_rows columns side by side ---
+
+  /// s[n] += the sum of a[n](i) * x(i) over rows above the strip; fetches what stands `ahead` values further on.
+  void (*column_sums)(const Strip& strip, const double* x, int r1, int r2, double* s, long ahead);
+  /// The rows of the strip itself behind these sums: x(c) -= s[n].
+  void (*forward_triangle)(const Strip& strip, double* x, double* s);
+  /// x[n] = r(c) once the columns behind it in the strip are subtracted from it.
+  void (*back_triangle)(const Strip& strip, double* r, double* x);
+  /// r(i) -= x[n] * a[n](i) from the last column to the first over rows above the strip.
+  void (*subtract_columns)(const Strip& strip, double* r, const double* x, int r1, int r2, long ahead);
+  /// Many loads, `count` columns: load j of row i at x[loads * i + j], sums and factors of column n at most_loads * n +
+  /// j.
+  void (*column_sums_many)(const double* const* a, int count, const double* x, int loads, int r1, int r2, double* s);
+  void (*subtract_columns_many)(double* r, const double* const* a, int count, const double* x, int loads, int r1,
+                                int r2);
 };
 
 /// The tables themselves; nullptr where the program was built for another kind of machine.

@@ -4,7 +4,6 @@
 //   tile_groups                            lane groups of one tile: as many as its registers hold accumulators for
 //   load, store, broadcast, fused(x, y, s) = x * y + s rounded once, minus, times
 //   quick_quotient(g, d, y)                g / d from y = 1 / d, right to the last bit where sizes are safe
-//   quotient(g, d)                         g / d
 //   Sizes                                  collects dividends; safe() when a reciprocal serves all of them
 //   pack_rows(group, k, to)                rows k..k+7 of the eight columns, zero where a column has none
 //   store_rows<R>(x, group, k)             packed rows k..k+R-1 to the rows that each column has
@@ -153,6 +152,13 @@ void factor_strip_of(Strip& strip, const OwnLane* own) {
   }
 }
 
+// Any pivot, any size: zero where a column does not reach the row, and so is not divided.
+void divide_one_by_one(const Strip& strip, const LaneGroup& group, int q, double* x) {
+  for (int lane = 0; lane < group_lanes; ++lane) {
+    x[lane] = strip.first + q < group.top[lane] ? 0.0 : x[lane] / strip.pivot[q];
+  }
+}
+
 // Divides R packed rows by the strip's pivots and counts them in the diagonal sums.
 template <int R>
 void divide_rows(const Strip& strip, LaneGroup& group, Lanes* x) {
@@ -164,7 +170,12 @@ void divide_rows(const Strip& strip, LaneGroup& group, Lanes* x) {
     t[q] = quick_quotient(x[q], strip.pivot[q], strip.reciprocal[q]);
   }
   if (!strip.quick || !sizes.safe()) [[unlikely]] {
-    for (int q = 0; q < R; ++q) t[q] = quotient(x[q], strip.pivot[q]);
+    for (int q = 0; q < R; ++q) {
+      double row[group_lanes];
+      store(row, x[q]);
+      divide_one_by_one(strip, group, q, row);
+      t[q] = load(row);
+    }
   }
   Lanes diagonal = load(group.diagonal);
 #pragma GCC unroll 8

@@ -39,10 +39,6 @@ Lanes quick_quotient(Lanes g, double pivot, double reciprocal) {
   const __m256d d = _mm256_set1_pd(pivot), y = _mm256_set1_pd(reciprocal);
   return {quick_quotient(g.lo, d, y), quick_quotient(g.hi, d, y)};
 }
-Lanes quotient(Lanes g, double pivot) {
-  const __m256d d = _mm256_set1_pd(pivot);
-  return {_mm256_div_pd(g.lo, d), _mm256_div_pd(g.hi, d)};
-}
 
 // A zero is as good as any size but for its sign, which a remainder loses: it counts as too small only when negative.
 struct Sizes {
@@ -121,11 +117,28 @@ void store_rows(const Lanes* x, const LaneGroup& group, int k) {
 
 #include "solve/kernel_runs.h"
 #include "solve/kernel_tiles.h"
+// Behind the tiles.
+#include "solve/kernel_solves.h"
 
-constexpr Kernels table{"AVX2",         product_of, product_pivot_of,  product_profile_pivot_of,
-                        subtract_from,  divide_by,  divide_by_profile, panel_products_of,
-                        pack_of,        scale_of,   sum_strip_of,      factor_strip_of,
-                        finish_strip_of};
+constexpr Kernels table{"AVX2",
+                        product_of,
+                        product_pivot_of,
+                        product_profile_pivot_of,
+                        subtract_from,
+                        divide_by,
+                        divide_by_profile,
+                        panel_products_of,
+                        pack_of,
+                        scale_of,
+                        sum_strip_of,
+                        factor_strip_of,
+                        finish_strip_of,
+                        column_sums_of,
+                        forward_triangle_of,
+                        back_triangle_of,
+                        subtract_columns_of,
+                        column_sums_many_of,
+                        subtract_columns_many_of};
 
 }  // namespace
 

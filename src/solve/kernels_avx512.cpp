@@ -30,7 +30,6 @@ Lanes quick_quotient(Lanes g, double pivot, double reciprocal) {
   const Lanes q1 = fused(_mm512_fnmadd_pd(d, q0, g), y, q0);
   return fused(_mm512_fnmadd_pd(d, q1, g), y, q1);
 }
-Lanes quotient(Lanes g, double pivot) { return _mm512_div_pd(g, broadcast(pivot)); }
 
 // A zero is as good as any size but for its sign, which a remainder loses: it counts as too small only when negative.
 struct Sizes {
@@ -110,11 +109,28 @@ void store_rows(const Lanes* rows, const LaneGroup& group, int k) {
 
 #include "solve/kernel_runs.h"
 #include "solve/kernel_tiles.h"
+// Behind the tiles.
+#include "solve/kernel_solves.h"
 
-constexpr Kernels table{"AVX-512",      product_of, product_pivot_of,  product_profile_pivot_of,
-                        subtract_from,  divide_by,  divide_by_profile, panel_products_of,
-                        pack_of,        scale_of,   sum_strip_of,      factor_strip_of,
-                        finish_strip_of};
+constexpr Kernels table{"AVX-512",
+                        product_of,
+                        product_pivot_of,
+                        product_profile_pivot_of,
+                        subtract_from,
+                        divide_by,
+                        divide_by_profile,
+                        panel_products_of,
+                        pack_of,
+                        scale_of,
+                        sum_strip_of,
+                        factor_strip_of,
+                        finish_strip_of,
+                        column_sums_of,
+                        forward_triangle_of,
+                        back_triangle_of,
+                        subtract_columns_of,
+                        column_sums_many_of,
+                        subtract_columns_many_of};
 
 }  // namespace
 

@@ -35,13 +35,11 @@ Lanes times(const Lanes& a, const Lanes& b) {
   return {{vmulq_f64(a.pair[0], b.pair[0]), vmulq_f64(a.pair[1], b.pair[1]), vmulq_f64(a.pair[2], b.pair[2]),
            vmulq_f64(a.pair[3], b.pair[3])}};
 }
-Lanes quotient(const Lanes& g, double pivot) {
+// Division is not worth avoiding here.
+Lanes quick_quotient(const Lanes& g, double pivot, double) {
   const float64x2_t d = vdupq_n_f64(pivot);
   return {{vdivq_f64(g.pair[0], d), vdivq_f64(g.pair[1], d), vdivq_f64(g.pair[2], d), vdivq_f64(g.pair[3], d)}};
 }
-
-// Division is not worth avoiding here.
-Lanes quick_quotient(const Lanes& g, double pivot, double) { return quotient(g, pivot); }
 struct Sizes {
   void add(const Lanes&) {}
   bool safe() const { return true; }
@@ -57,11 +55,28 @@ void store_rows(const Lanes* x, const LaneGroup& group, int k) {
 
 #include "solve/kernel_runs.h"
 #include "solve/kernel_tiles.h"
+// Behind the tiles.
+#include "solve/kernel_solves.h"
 
-constexpr Kernels table{"NEON",         product_of, product_pivot_of,  product_profile_pivot_of,
-                        subtract_from,  divide_by,  divide_by_profile, panel_products_of,
-                        pack_of,        scale_of,   sum_strip_of,      factor_strip_of,
-                        finish_strip_of};
+constexpr Kernels table{"NEON",
+                        product_of,
+                        product_pivot_of,
+                        product_profile_pivot_of,
+                        subtract_from,
+                        divide_by,
+                        divide_by_profile,
+                        panel_products_of,
+                        pack_of,
+                        scale_of,
+                        sum_strip_of,
+                        factor_strip_of,
+                        finish_strip_of,
+                        column_sums_of,
+                        forward_triangle_of,
+                        back_triangle_of,
+                        subtract_columns_of,
+                        column_sums_many_of,
+                        subtract_columns_many_of};
 
 }  // namespace
 

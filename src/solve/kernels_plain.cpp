@@ -39,12 +39,10 @@ Lanes minus(const Lanes& a, const Lanes& b) {
 Lanes times(const Lanes& a, const Lanes& b) {
   return each([&](int i) { return a.lane[i] * b.lane[i]; });
 }
-Lanes quotient(const Lanes& g, double pivot) {
+// Division is not worth avoiding here.
+Lanes quick_quotient(const Lanes& g, double pivot, double) {
   return each([&](int i) { return g.lane[i] / pivot; });
 }
-
-// Division is not worth avoiding here.
-Lanes quick_quotient(const Lanes& g, double pivot, double) { return quotient(g, pivot); }
 struct Sizes {
   void add(const Lanes&) {}
   bool safe() const { return true; }
@@ -60,11 +58,28 @@ void store_rows(const Lanes* x, const LaneGroup& group, int k) {
 
 #include "solve/kernel_runs.h"
 #include "solve/kernel_tiles.h"
+// Behind the tiles.
+#include "solve/kernel_solves.h"
 
-constexpr Kernels table{"plain",        product_of, product_pivot_of,  product_profile_pivot_of,
-                        subtract_from,  divide_by,  divide_by_profile, panel_products_of,
-                        pack_of,        scale_of,   sum_strip_of,      factor_strip_of,
-                        finish_strip_of};
+constexpr Kernels table{"plain",
+                        product_of,
+                        product_pivot_of,
+                        product_profile_pivot_of,
+                        subtract_from,
+                        divide_by,
+                        divide_by_profile,
+                        panel_products_of,
+                        pack_of,
+                        scale_of,
+                        sum_strip_of,
+                        factor_strip_of,
+                        finish_strip_of,
+                        column_sums_of,
+                        forward_triangle_of,
+                        back_triangle_of,
+                        subtract_columns_of,
+                        column_sums_many_of,
+                        subtract_columns_many_of};
 
 }  // namespace
 

@@ -8,23 +8,16 @@
 
 #include "solve/kernels.h"
 #include "solve/runs.h"
+#include "solve/strips.h"
 
 namespace tidearc {
 
 namespace {
 
-// Equations whose columns start within so many rows of each other are rows of one strip.
-constexpr int strip_slack = 16;
-
 // What may be fetched ahead beside the packed columns in a second-level cache.
 constexpr std::ptrdiff_t most_values_ahead = 64 * 1024;
 
 std::size_t at(int i) { return static_cast<std::size_t>(i); }
-
-template <class T>
-T* rows_of(const Profile<T>& K, int c) {
-  return K.column(c).data() - 1;
-}
 
 // Columns that are reduced together, and where each of them stands.
 struct ColumnPanel {
@@ -111,25 +104,6 @@ void prepare_group(LaneGroup& group, const ReductionRange& range) {
     }
     k = end;
   }
-}
-
-// The longest strip of free equations from r on, none above `last`.
-void begin_strip(Strip& strip, const Profile<const double>& rows, int r, int last) {
-  strip.first = r;
-  strip.count = 0;
-  const int top = rows.top(r);
-  int common = top, highest = top;
-  for (; strip.count < strip_rows && r <= last; ++r) {
-    const int next = rows.top(r);
-    if (std::abs(next - top) > strip_slack) break;
-    strip.top[strip.count] = next;
-    strip.column[strip.count] = rows_of(rows, r);
-    common = std::max(common, next);
-    highest = std::min(highest, next);
-    ++strip.count;
-  }
-  strip.common = std::min(common, strip.first);
-  strip.ragged = highest < strip.common;
 }
 
 void set_pivot(Strip& strip, int r, double pivot) {

@@ -26,9 +26,7 @@ void carve_in_core() {
 }
 
 /// Words from NEXT on that leave room for the element data; below zero when not even those fit.
-std::int64_t words_left(int element_words) {
-  return std::int64_t{storage.MSTOR} - storage.NEXT + 1 - element_words;
-}
+std::int64_t words_left(int element_words) { return std::int64_t{storage.MSTOR} - storage.NEXT + 1 - element_words; }
 
 void carve_one_block(int element_words) {
   solver.KASM = carve_reals(solver.NSTO);

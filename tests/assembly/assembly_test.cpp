@@ -212,6 +212,18 @@ TEST(ZeroDiagonal, BelowAllElementsReachesTheFactorToo) {
   EXPECT_DOUBLE_EQ(solve_for(1, 1.0, 1), 1.0e8);
 }
 
+TEST(ZeroDiagonal, IsSweptByEveryAssemblyOfTheFirstStep) {
+  const BarModel model(chain_nodes(), chain_bars);
+  model.begin_macro();
+  STIFUP();
+  pool.reals(solver.KASM, solver.NSTO)(1) = 0.0;
+  solver.NELCHK = 3;  // nothing is reset, and no bar has changed
+  ASMSTA();
+  EXPECT_EQ(model.stiffness(1, 1), 1.0e-8);
+  EXPECT_EQ(solver.KFIRST, 1);
+  EXPECT_NE(model.report().find("D. O. F.     1 HAS ZERO STIFFNESS"), std::string::npos);
+}
+
 TEST(ZeroDiagonal, IsLeftAloneLaterWithoutAReset) {
   const BarModel model(chain_nodes(), chain_bars);
   model.begin_macro();

@@ -15,6 +15,7 @@
 #include "run/units.h"
 #include "run/workpool.h"
 #include "solve/arrays.h"
+#include "solve/runs.h"
 #include "solve/solve.h"
 #include "solve/solver.h"
 
@@ -69,9 +70,30 @@ std::vector<double> loaded_displacements() {
   return {RU.begin(), RU.begin() + sizes.NEQ};
 }
 
-/// What one job of a scheme finds: displacements from the first factor, from an update and from a reset behind it.
+/// The outer lower node held at 0.1 in its second direction, by a change of status alone.
+std::vector<double> held_displacements() {
+  const Integers MSTAT = pool.integers(arrays.MSTAT, NEQ1());
+  std::fill(MSTAT.begin(), MSTAT.end(), 0);
+  MSTAT(12) = 1;
+  link_status(MSTAT, MSTAT, sizes.NEQ);
+  solver.KSTCHG = 1;
+  solver.KSTEQ = 12;
+  STIFUP();
+  EXPECT_EQ(solver.KSTCHG, 0);
+  EXPECT_EQ(solver.KFIRST, 12);
+  EXPECT_EQ(solver.KROW0, 1);
+  const Reals RU = equation_vector(arrays.RU);
+  std::fill(RU.begin(), RU.end(), 0.0);
+  RU(12) = 0.1;
+  SOLVE(arrays.RU);
+  EXPECT_EQ(RU(12), 0.1);
+  return {RU.begin(), RU.begin() + sizes.NEQ};
+}
+
+/// What one job of a scheme finds: displacements from the first factor, from an update, from a reset behind it, and
+/// with a held node.
 struct Answers {
-  std::vector<double> first, updated, reset;
+  std::vector<double> first, updated, reset, held;
   int KFIRST = 0, KROW0 = 0;
   double diagonal = 0.0;
 };
@@ -97,6 +119,7 @@ Answers run_job(const Scheme& scheme) {
   solver.NELCHK = 1;
   STIFUP();
   answers.reset = loaded_displacements();
+  answers.held = held_displacements();
   EXPECT_EQ(solver.NSTUPD, 3);
   EXPECT_EQ(solver.NELCHK, 0);
   EXPECT_EQ(solver.KRESET, 0);
@@ -121,6 +144,7 @@ TEST(Schemes, OnDiskGiveTheDigitsOfTheCore) {
       EXPECT_EQ(disk.first, core.first) << scheme.KSTOR << " " << scheme.blocks;
       EXPECT_EQ(disk.updated, core.updated) << scheme.KSTOR << " " << scheme.blocks;
       EXPECT_EQ(disk.reset, core.reset) << scheme.KSTOR << " " << scheme.blocks;
+      EXPECT_EQ(disk.held, core.held) << scheme.KSTOR << " " << scheme.blocks;
       EXPECT_EQ(disk.diagonal, core.diagonal);
       EXPECT_EQ(disk.KFIRST, core.KFIRST);
       EXPECT_EQ(disk.KROW0, core.KROW0);
@@ -134,6 +158,7 @@ TEST(Schemes, OfTwoTrianglesAgreeWithTheSymmetric) {
   // Both lose what the condition of the truss takes from the last digits.
   EXPECT_LT(largest_difference(symmetric.first, unsymmetric.first), 1e-10);
   EXPECT_LT(largest_difference(symmetric.updated, unsymmetric.updated), 1e-10);
+  EXPECT_LT(largest_difference(symmetric.held, unsymmetric.held), 1e-10);
 }
 
 TEST(Schemes, UpdatedByDifferenceAgreeWithAReset) {

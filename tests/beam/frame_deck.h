@@ -18,7 +18,7 @@ struct LinearGroup {
   double BETAO = 0.0, BETAT = 0.0;
   std::string KDEF = "";
   std::string title = "FRAME";
-  std::string sections, offsets, elements;
+  std::string sections = "", offsets = "", elements = "";
   int section_count = 0, offset_count = 0, element_count = 0, last = 0;
 
   struct Section {
@@ -45,7 +45,7 @@ struct LargeGroup {
   double BETAO = 0.0, BETAT = 0.0;
   std::string KDEF = "";
   std::string title = "FRAME";
-  std::string sections, offsets, elements, viv;
+  std::string sections = "", offsets = "", elements = "", viv = "";
   int section_count = 0, offset_count = 0, element_count = 0, last = 0;
 
   struct Section {

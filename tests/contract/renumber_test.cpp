@@ -334,6 +334,16 @@ TEST(Renumbering, IsMadeInADataCheck) {
   EXPECT_EQ(first_equations(), chain_order_equations);
 }
 
+TEST(Renumbering, IsNotMadeInADataCheckThatFoundErrors) {
+  Line line(6, springs(chain), 1);
+  run.RUNMOD = 1;
+  run.check_run = true;
+  run.had_data_error = true;
+  const std::vector<int> before = first_equations();
+  renumber(1);
+  EXPECT_EQ(first_equations(), before);
+}
+
 TEST(Renumbering, NumbersThatAreNoEquationsStopTheRun) {
   Line line(6, springs(chain), 1);
   sizes.IBANDW = 1;

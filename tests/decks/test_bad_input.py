@@ -199,24 +199,35 @@ class Limits(ProgramTest):
     def test_a_pool_of_one_million_words_is_enough_for_the_tripod(self):
         self.assertEqual(self.run_deck(TRIPOD, "1M").status, 0)
 
-    def test_storage_schemes_that_do_not_stand_stop_the_run(self):
-        for card in (b" DISK SYMM         0", b" CORE USYM         0", b" DISK USYM         0"):
-            with self.subTest(card=card):
-                self.assert_fails(self.run_deck(TRIPOD.replace(b" CORE SYMM         0", card)), 1)
+    def test_blocks_that_hold_no_column_or_are_too_many_stop_the_run(self):
+        """The tallest column of the tower has 24 reals; 100 words make two blocks of 25, of which it takes more than 20."""
+        tower = deck_bytes("tower72")
+        for words, text in ((-1, "INSUFFICIENT STORAGE"), (1, "INSUFFICIENT STORAGE"), (99, "INSUFFICIENT STORAGE"),
+                            (100, "NUMBER OF MATRIX BLOCKS MORE THAN LIMIT OF")):
+            for stiffness in (b"SYMM", b"USYM"):
+                with self.subTest(words=words, stiffness=stiffness):
+                    card = b" DISK " + stiffness + b"%10d" % words
+                    outcome = self.run_deck(tower.replace(b" CORE SYMM         0", card))
+                    self.assert_fails(outcome, 1)
+                    self.assertIn(text, outcome.report)
+
+    def test_a_disk_job_in_a_pool_of_no_words_stops_the_run(self):
+        self.assert_fails(self.run_deck(TRIPOD.replace(b" CORE SYMM         0", b" DISK SYMM         0"), "0M"), 1)
 
     def test_analyses_and_restarts_that_do_not_stand_stop_the_run(self):
         for word in (b"DYN1", b"DYN2", b"EIGN", b"SAVE", b"REST"):
             with self.subTest(word=word):
                 self.assert_fails(self.run_deck(TRIPOD.replace(b"\nSTAT", b"\n" + word)), 1)
 
-    def test_step_controls_that_do_not_stand_stop_the_run(self):
-        fields = {(STEP_CARD, 1): "2", (STEP_CARD, 46): "1", (STEP_CARD, 51): "2", (STEP_CARD + 1, 11): "1", (STEP_CARD + 2, 41): "3"}
-        for (card, column), text in fields.items():
-            with self.subTest(card=card, column=column):
-                self.assert_fails(self.run_deck(with_field(card, column, 5, text)), 1)
+    def test_any_step_control_ends_in_an_orderly_way(self):
+        columns = [(STEP_CARD, c) for c in (1, 6, 21, 26, 46, 51, 56, 61, 66)] + [(STEP_CARD + 1, c) for c in (1, 6, 11, 16)] + [(STEP_CARD + 2, 41)]
+        for card, column in columns:
+            for text in ("-1", "1", "2", "3", "5", "99"):
+                with self.subTest(card=card, column=column, text=text):
+                    self.run_deck(with_field(card, column, 5, text))
 
     def test_element_types_that_do_not_stand_stop_the_run(self):
-        for number, text in ((3, "ELEMENT TYPE  3 IS NOT AVAILABLE."), (12, "ELEMENT TYPE 1 IS NOT AVAILABLE."), (28, "ELEMENT TYPE 28 IS NOT AVAILABLE.")):
+        for number, text in ((4, "ELEMENT TYPE  4 IS NOT AVAILABLE."), (12, "ELEMENT TYPE 1 IS NOT AVAILABLE."), (28, "ELEMENT TYPE 28 IS NOT AVAILABLE.")):
             with self.subTest(number=number):
                 outcome = self.run_deck(with_field(GROUP, 1, 5, str(number)))
                 self.assert_fails(outcome, 1)

@@ -221,6 +221,91 @@ TEST(Events, AreFoundInDisplacementSteps) {
   for (const ProgressRow& row : progress_rows(run.progress)) EXPECT_EQ(row.iteration, 1);
 }
 
+/// The shallow truss under 40: its bars, which turn and soften, reach their yield force of 450 in a later iteration.
+TrussDeck shallow_truss() {
+  TrussDeck deck;
+  deck.node(-10, 0, 0);
+  deck.node(0, 0, 0.5);
+  deck.node(10, 0, 0);
+  deck.fix(1, "111111");
+  deck.fix(2, "110111");
+  deck.fix(3, "111111");
+  deck.material(1000000, 0.9, 450, 450);
+  deck.section(1);
+  deck.bar(1, 2, 1, 1, 1);
+  deck.bar(2, 3, 1, 1, 1);
+  deck.pattern(2, 0, 0, -40.0);
+  return deck;
+}
+
+TEST(Events, OfALaterIterationTakeBackOnlyTheirOwnLoad) {
+  // The load increment of that iteration is 0: what the step had applied before must not be lost with it.
+  TrussDeck deck = shallow_truss();
+  SegmentCards cards = one_step({1.0});
+  cards.MAXIT = 20;
+  deck.stat({cards});
+  const RunResult run = run_static(deck.text());
+  ASSERT_EQ(run.status, 0) << run.errors;
+  const std::string& report = run.report;
+  EXPECT_GT(report.find("EVENT PREDICTED"), report.find("BEGIN ITERATION NO.  2"));
+  EXPECT_GE(events_of(report).size(), 1U);
+  EXPECT_EQ(run.accumulated, 1.0);
+  const double x = 0.5 + run.U.at(0), L = std::sqrt(100.25), l = std::hypot(10.0, x);
+  const double N = 450.0 + 0.9e6 * ((L - l) / L - 450.0e-6);
+  EXPECT_GT(N, 450.0);
+  EXPECT_NEAR(2.0 * N * x / l, 40.0, 2e-6);
+}
+
+TEST(Events, MoveTheNextFormationOfTheStiffness) {
+  // Every third iteration forms: 1, 4, 7. An event in iteration 3 forms too, and takes the turn of iteration 4.
+  TrussDeck deck = shallow_truss();
+  SegmentCards cards = one_step({1.0});
+  cards.MAXIT = 100;
+  cards.KISTF = 3;
+  deck.stat({cards});
+  const RunResult run = run_static(deck.text());
+  std::string formed;
+  for (const ProgressRow& row : progress_rows(run.progress)) formed += row.stiffness == "YES" ? '1' : '0';
+  EXPECT_EQ(formed.substr(0, 7), "1010001") << run.report.find("BEGIN ITERATION NO.  3");
+}
+
+TEST(Events, EndTheLineSearchOfTheirIteration) {
+  TrussDeck deck = shallow_truss();
+  SegmentCards cards = one_step({1.0});
+  cards.MAXIT = 100;
+  cards.KISTF = 3;
+  cards.NLS = 4;
+  cards.SLOW = 0.5;
+  cards.SUP = 1.25;
+  cards.TOLS = 0.01;
+  deck.stat({cards});
+  const RunResult run = run_static(deck.text());
+  ASSERT_EQ(run.status, 0) << run.errors;
+  const std::size_t event = run.report.find("EVENT PREDICTED");
+  const std::size_t next = run.report.find("BEGIN ITERATION", event);
+  ASSERT_NE(next, std::string::npos) << "the rest of the iteration is not the end of it";
+  EXPECT_GT(run.report.find("LINE SEARCH NO", event), next) << "nor is the rest searched";
+  EXPECT_NE(run.report.find("LINE SEARCH NO", next), std::string::npos);
+}
+
+TEST(Events, OfAStepThatIsLostAreTakenBack) {
+  // Perfect plasticity: behind its event in step 2 the bar has no stiffness, and the state of the step start, at a
+  // force of 0.75, stands again.
+  for (const int KTERM : {1, 2}) {
+    TrussDeck deck = loaded_bar(3.0, 0.0, 1.0);
+    SegmentCards cards = one_step({1.0});
+    cards.KTERM = KTERM;
+    cards.STEP0 = 0.25;
+    cards.NSTEPS = 2;
+    deck.stat({cards});
+    const RunResult run = run_static(deck.text());
+    EXPECT_EQ(run.status, 4);
+    EXPECT_EQ(events_of(run.report).size(), 1U);
+    EXPECT_NEAR(run.U.at(0), 0.0075, 1e-15);
+    EXPECT_EQ(run.accumulated, 0.25);
+  }
+}
+
 TEST(Events, CutImposedDisplacementsToo) {
   TrussDeck deck = bar_along_x(0.1, 1.0);
   deck.prescribe(2, 1, 0.04);

@@ -212,6 +212,7 @@ TEST(FatalEnd, OfAStepThatMovesNothing) {
   TrussDeck deck = bar_along_x();
   deck.pattern(1, 1, 0, 0);
   SegmentCards cards = long_arcs();
+  cards.KPOST = 1;
   cards.card4 = restep_card("0.1", 0);
   deck.stat({cards, cards});
   const RunResult run = run_static(deck.text());
@@ -221,6 +222,7 @@ TEST(FatalEnd, OfAStepThatMovesNothing) {
   EXPECT_EQ(count_of(run.progress, "SEGMENT  1 OF CURRENT STATIC MACRO"), 0) << "no code is told";
   EXPECT_NE(run.progress.find("TERMINATED: FATAL ERRORS DETECTED"), std::string::npos);
   EXPECT_EQ(count_of(run.report, " RESPONSE AT LOAD STEP"), 0);
+  EXPECT_EQ(count_of(run.levels, " STAT "), 0) << "a step without an end is not an unsaved one";
   EXPECT_EQ(count_of(run.report, " STATIC FORCE PATTERN ACCUMULATED  FACTORS"), 1) << "the segment has its end";
   EXPECT_EQ(count_of(run.report, "LOAD SEGMENT NO."), 2) << "the second is read only";
   EXPECT_NE(run.errors.find("no load increment is found: segment 1, step 1, iteration 1"), std::string::npos)

@@ -129,6 +129,28 @@ TEST(UpdateVectors, ContinueOverTheEndOfAStep) {
   EXPECT_LT(unbalance_of_apex(run.U[0], run.U[1], 45.0 * 0.75), 2e-6);
 }
 
+TEST(UpdateVectors, AreForgottenByARestep) {
+  // KISTF 0: the step that is taken anew does not form the stiffness in its first iteration, nor has it pairs.
+  TrussDeck deck = softening_truss();
+  SegmentCards cards = modified_newton();
+  cards.KSSTF = 2;
+  cards.KISTF = 0;
+  cards.KBFGS = 1;
+  cards.MAXIT = 3;
+  cards.STEP0 = 0.5;
+  cards.NSTEPS = 1;
+  cards.KTERM = 0;
+  cards.card4 = "       0.5       0.5";
+  deck.stat({cards});
+  const RunResult run = run_static(deck.text());
+  const std::size_t recovered = run.report.find("STATE AT BEGINNING OF STEP RECOVERED");
+  ASSERT_NE(recovered, std::string::npos) << run.progress;
+  const std::size_t second = run.report.find("BEGIN ITERATION NO.  2", recovered);
+  ASSERT_NE(second, std::string::npos);
+  EXPECT_LT(run.report.find("BFGS STIFFNESS MODIFICATION"), recovered);
+  EXPECT_GT(run.report.find("BFGS STIFFNESS MODIFICATION", recovered), second);
+}
+
 TEST(UpdateVectors, OfAnIterationWithAnEventAreNotKept) {
   // Yield at an event: the stiffness is formed behind it, and pairs of before are forgotten.
   TrussDeck deck = loaded_bar(1.5, 0.1, 1.0);

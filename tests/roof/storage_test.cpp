@@ -40,13 +40,23 @@ std::string macros(const std::string& report) {
   for (const std::string& line : lines_of(report)) {
     if (has(line, "STORAGE FOR STRUCTURE STIFFNESS MATRIX")) {
       on = true;
-    } else if (has(line, "TIME LOG")) {
+    } else if (has(line, "E X E C U T I O N   T I M E   L O G")) {
       on = false;
     } else if (on && !has(line, "HAS ZERO STIFFNESS")) {
       text += line + "\n";
     }
   }
   return text;
+}
+
+/// The first line in which two texts differ, empty when they are the same.
+std::string first_difference(const std::string& a, const std::string& b) {
+  const std::vector<std::string> left = lines_of(a), right = lines_of(b);
+  for (std::size_t i = 0; i < std::max(left.size(), right.size()); ++i) {
+    const std::string l = i < left.size() ? left[i] : "(end)", r = i < right.size() ? right[i] : "(end)";
+    if (l != r) return "line " + std::to_string(i + 1) + ": " + l + " | " + r;
+  }
+  return "";
 }
 
 int number(const std::string& report, const std::string& label) {
@@ -93,7 +103,7 @@ TEST(StorageCard, OnDiskAndUnsymmetricLikewise) {
   EXPECT_EQ(number(run.report, without_elements), 164 + 40 + 8);
 }
 
-/// A tower of bars: `levels` times four free nodes, pushed sideways until bars yield and a step fails and is cut.
+/// A tower of bars: `levels` times four free nodes, pushed sideways until bars yield and steps fail and are cut.
 TrussDeck tower(int levels) {
   TrussDeck deck;
   const double corner[4][2] = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
@@ -105,21 +115,24 @@ TrussDeck tower(int levels) {
   for (int level = 1; level <= levels; ++level) {
     const int below = 4 * (level - 1), above = 4 * level;
     for (int k = 0; k < 4; ++k) {
-      deck.bar(below + k + 1, above + k + 1, 1, 1, 1);
+      deck.bar(below + k + 1, above + k + 1);
       deck.bar(above + k + 1, above + (k + 1) % 4 + 1);
       deck.bar(below + k + 1, above + (k + 1) % 4 + 1);
     }
   }
-  deck.pattern(4 * levels + 1, 0.3, 0.1, -0.2);
+  deck.pattern(4 * levels + 1, 0.4, 0.1, -0.2);
   SegmentCards push;
-  push.STEP0 = 0.25;
-  push.NSTEPS = 8;
-  push.MAXIT = 20;
+  push.STEP0 = 0.5;
+  push.NSTEPS = 50;
+  push.MAXIT = 3;
   push.KTERM = 0;
-  push.KPRINT = 3;
+  push.KPRINT = 2;
   push.NTOP = 3;
-  push.card4 = "    3       0.5     0.001   12    1";
-  deck.stat({push, push});
+  // Reduction, smallest step, attempts, lower iteration limit, increase factor, largest step.
+  push.card4 = "       0.5     0.001   10    2       1.5       1.0";
+  SegmentCards back = push;
+  back.factors = {-0.5};
+  deck.stat({push, back});
   return deck;
 }
 
@@ -127,16 +140,19 @@ TEST(StorageScheme, DoesNotShowBehindTheStorageReport) {
   const std::string deck = tower(4).text();
   for (const std::string type : {"SYMM", "USYM"}) {
     const RunResult core = run_deck(stored(deck, "CORE " + type));
-    ASSERT_TRUE(has(core.report, "STIFFNESS FORMED")) << core.errors;
+    ASSERT_EQ(core.status, 0) << core.errors;
+    ASSERT_TRUE(has(core.report, "STATE AT BEGINNING OF STEP RECOVERED")) << "a step must fail on the way";
     std::vector<int> seen;
-    for (const int words : {0, 150, 220, 400, 700, 1100}) {
+    for (const int words : {0, 170, 220, 400, 700, 1100}) {
       const RunResult disk = run_deck(stored(deck, "DISK " + type, words));
       seen.push_back(blocks(disk.report));
       EXPECT_EQ(disk.status, core.status) << disk.errors;
-      EXPECT_EQ(macros(disk.report), macros(core.report)) << type << " " << words;
-      EXPECT_EQ(disk.progress.substr(disk.progress.find('\n')), core.progress.substr(core.progress.find('\n')));
+      EXPECT_EQ(first_difference(macros(disk.report), macros(core.report)), "") << type << " " << words;
+      EXPECT_EQ(first_difference(disk.progress.substr(disk.progress.find("\n")),
+                                 core.progress.substr(core.progress.find("\n"))),
+                "");
       EXPECT_EQ(disk.levels, core.levels);
-      EXPECT_EQ(disk.top, core.top);
+      EXPECT_EQ(first_difference(disk.top, core.top), "") << type << " " << words;
     }
     EXPECT_EQ(seen.front(), 1);
     EXPECT_GE(*std::max_element(seen.begin(), seen.end()), 10);
@@ -146,7 +162,7 @@ TEST(StorageScheme, DoesNotShowBehindTheStorageReport) {
 TEST(StorageScheme, DoesNotDependOnThePool) {
   const std::string deck = stored(tower(4).text(), "DISK");
   const RunResult large = run_deck(deck, "16M"), small = run_deck(deck, "1M");
-  EXPECT_EQ(macros(large.report), macros(small.report));
+  EXPECT_EQ(first_difference(macros(large.report), macros(small.report)), "");
 }
 
 TEST(StorageScheme, OfAnEarlierProblemIsForgotten) {
@@ -164,7 +180,7 @@ TEST(StorageScheme, OfAnEarlierProblemIsForgotten) {
   const RunResult run = run_deck(together + " STOP\n");
   EXPECT_EQ(run.status, 0) << run.errors;
   // The number of the static macro alone goes on over the problems.
-  EXPECT_EQ(macros(run.report), alone);
+  EXPECT_EQ(first_difference(macros(run.report), alone), "");
 }
 
 TEST(StorageScheme, StartsEachProblemWithTheFilesOfAStart) {
@@ -202,7 +218,7 @@ TEST(ElementRecords, OfADiskJobStandInFilesAndOfACoreJobDoNot) {
     ProcessRun run(stored(tower(3).text(), on_disk ? "DISK" : "CORE", 200));
     run.run();
     // What the close-down leaves of the scratch files.
-    for (const char* file : {"TAP3", "TAP4", "TAP7", "TAP9"}) EXPECT_EQ(!run.contents(file).empty(), on_disk) << file;
+    for (const char* file : {"TAP3", "TAP7", "TAP8", "TAP9"}) EXPECT_EQ(!run.contents(file).empty(), on_disk) << file;
     for (const char* file : {"TAP5", "TAP10", "fort.1", "fort.18"}) EXPECT_FALSE(ProcessRun::exists(file)) << file;
   }
 }

@@ -114,6 +114,23 @@ TEST_P(Blocked, RepeatedTailsOnRealFilesHaveTheBitsOfTheCore) {
   }
 }
 
+TEST_P(Blocked, HasTheBitsOfTheCoreWhereverTheLoadsBegin) {
+  Random random(25);
+  constexpr int n = 24;
+  const RandomMatrix made = random_matrix(random, n, 10);
+  std::vector<std::vector<double>> found;
+  for (const std::vector<int>& counts : {std::vector<int>{n}, {7, 1, 8, 8}}) {
+    job.lay_out(made.matrix(), counts);
+    job.reduce(1, 1);
+    for (int first = 1; first <= n + 1; ++first) {
+      std::vector<double> loads(at(n), 0.0);
+      for (int e = first; e <= n; ++e) loads[at(e - 1)] = 1.0 + 0.1 * e;
+      found.push_back(job.solve(loads));
+    }
+  }
+  for (std::size_t i = 0; i <= n; ++i) EXPECT_TRUE(same_bits(found[i], found[i + n + 1])) << "loads from " << i + 1;
+}
+
 TEST_P(Blocked, FilesExchangeRolesAtEachReductionAndNotAtASolve) {
   Random random(23);
   const RandomMatrix made = random_matrix(random, 30, 8);

@@ -33,9 +33,9 @@ struct SegmentCards {
   double SLOW = 0.0;
   double TOLS = 0.0;
   int NTOP = 0;
-  std::string card4 = "";            ///< restep card, used when KTERM is 0
-  std::vector<double> factors{1.0};  ///< nodal pattern factors
-  std::vector<double> pfactors{};    ///< prescribed displacement factors
+  std::string card4 = "";              ///< restep card, used when KTERM is 0
+  std::vector<double> factors{1.0};    ///< nodal pattern factors
+  std::vector<double> pfactors{};      ///< prescribed displacement factors
   std::vector<double> temperatures{};  ///< temperature pattern factors
   std::vector<double> generated{};     ///< self weight, buoyancy and current factors
   int KSTEP = 1, KNMS = 0;

@@ -13,14 +13,8 @@ namespace {
 
 constexpr int code_half_step = 2;
 constexpr int code_repeated = 3;
-/// 1 + cosine below which old and new direction count as opposite.
-constexpr double opposite = 1.0E-12;
-
-void cross(const double* a, const double* b, double* c) {
-  c[0] = a[1] * b[2] - a[2] * b[1];
-  c[1] = a[2] * b[0] - a[0] * b[2];
-  c[2] = a[0] * b[1] - a[1] * b[0];
-}
+/// Square of the sum of two unit vectors below which they count as opposite.
+constexpr double opposite = 1.0E-20;
 
 /// Sum of both end rotations about x.
 double rotation_about_x(const BeamAxes& axes, const EndMotion& motion) {
@@ -40,20 +34,24 @@ BeamAxes turn_to_chord(const BeamAxes& axes, std::span<const double, 3> chord) {
   const double length = std::sqrt(DOT3(chord.data(), chord.data()));
   if (!(length > 0.0)) return axes;
   BeamAxes turned = axes;
-  for (std::size_t i = 0; i < 3; ++i) turned[i] = chord[i] / length;
-  const double cosine = DOT3(axes.data(), turned.data());
-  if (1.0 + cosine < opposite) {  // every half turn is the least: take that about y
+  double middle[3];  // between the old and the new direction
+  for (std::size_t i = 0; i < 3; ++i) {
+    turned[i] = chord[i] / length;
+    middle[i] = axes[i] + turned[i];
+  }
+  const double size = DOT3(middle, middle);
+  if (size < opposite) {  // every half turn is the least: take that about y
     for (std::size_t i = 6; i < 9; ++i) turned[i] = -axes[i];
     return turned;
   }
-  double v[3];
-  cross(axes.data(), turned.data(), v);
+  // A half turn about the old direction and one about the middle make the least rotation.
   for (std::size_t column = 3; column < 9; column += 3) {
-    double once[3];
-    double twice[3];
-    cross(v, axes.data() + column, once);
-    cross(v, once, twice);
-    for (std::size_t i = 0; i < 3; ++i) turned[column + i] += once[i] + twice[i] / (1.0 + cosine);
+    const double* u = axes.data() + column;
+    const double along = 2.0 * DOT3(axes.data(), u);
+    double half[3];
+    for (std::size_t i = 0; i < 3; ++i) half[i] = along * axes[i] - u[i];
+    const double share = 2.0 * DOT3(middle, half) / size;
+    for (std::size_t i = 0; i < 3; ++i) turned[column + i] = share * middle[i] - half[i];
   }
   return turned;
 }

@@ -37,10 +37,8 @@ void give_role(int& role, int file) {
   }
 }
 
-bool is_kept(int file) {
-  const GenerationBlock& g = generations;
-  return file == g.kept_reference || file == g.kept_current || file == g.kept_vectors;
-}
+/// The current generation of a kept step start is its reference, or stands before its vectors.
+bool is_kept(int file) { return file == generations.kept_reference || file == generations.kept_vectors; }
 
 /// Makes NT12 a file that a determination may write over. Of the four files three at most hold something that is still
 /// wanted: the reference and a step start.
@@ -108,8 +106,7 @@ void exchange_generations() { give_role(units.NT1, generations.current); }
 
 void keep_generations() {
   GenerationBlock& g = generations;
-  const bool one = g.current == units.NT1;
-  if (!one) give_role(units.NT15, g.current);
+  if (g.current != units.NT1) give_role(units.NT15, g.current);
   g.kept_reference = units.NT1;
   g.kept_current = g.current;
   g.kept_vectors = units.NT15;

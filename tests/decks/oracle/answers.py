@@ -79,6 +79,17 @@ def disk_blocks():
 DISK_BLOCK_WORDS = 400
 
 
+def renumbered():
+    """The 72-bar tower in four node orders, its node n called 13 n mod 21."""
+    lines = []
+    for page in range(1, 9):
+        truss = structures.tower72()
+        truss.push(structures.TOWER72_CASES[(page - 1) % 2])
+        lines += [line(f"displacement {AXES[a]} {13 * n % 21} print {page}", truss.u[n, a], 1e-5, SOLVER)
+                  for n in (17, 18, 19, 20) for a in (0, 1, 2)]
+    return lines
+
+
 def unsymmetric():
     lines = []
     truss = structures.tower_pushover()
@@ -419,7 +430,7 @@ def catenary_options():
 
 DECKS = [tripod, tower25, tower72, threebar_yield, threebar_cyclic, threebar_collapse, tower_collapse, shallow_truss,
          strut_buckling, ductility_failure, multilinear_spring, threebar_events, moving_supports, restep_limit,
-         fewer_factorisations, disk_blocks, unsymmetric, skew_supports, identical_displacements,
+         fewer_factorisations, disk_blocks, unsymmetric, renumbered, skew_supports, identical_displacements,
          prescribed_displacements, pressure_pattern, follower_force, surface_pressure, self_weight, initial_force, restep,
          several_problems, catenary_options]
 
