@@ -5,7 +5,7 @@
 template <int N>
 void fetch_ahead(const double* const* a, long i) {
 #pragma GCC unroll 8
-  for (int n = 0; n < N; ++n) __builtin_prefetch(a[n] + i, 0, 3);
+  for (int n = 0; n < N; ++n) __builtin_prefetch(a[n] + i, 0, 2);
 }
 
 template <int N>

@@ -184,7 +184,7 @@ TEST(BeamInput, ALargeGroupHas150OfEachAtMost) {
     std::string cards = with_elements(group);
     if (materials == 1) return cards;
     std::string more;
-    for (int k = 1; k <= materials; ++k) more += format("I5", k) + "           1000.      0.25\n\n";
+    for (int k = 1; k <= materials; ++k) more += format("I5", k) + "     " + ten(1000) + ten(0.25) + "\n\n";
     const std::string one =
         "    1     " + ten(1000) + ten(0.25) + ten(0) + "\n" + ten(0) + ten(0) + ten(0) + ten(0) + ten(0) + "\n";
     cards = replaced(cards, one, more);
