@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "elements/contract/group.h"
 #include "elements/contract/event_scan.h"
+#include "elements/contract/group.h"
 #include "elements/contract/pass.h"
 #include "elements/contract/renumber.h"
 #include "elements/contract/state_log.h"
