@@ -167,10 +167,10 @@ void run() {
     FrameGraph graph;
     bool sparse;
   };
-  const Named frames[] = {{"tower 3x3", tower(3, 3), false},
+  const Named frames[] = {{"tower 6x2", tower(6, 2), false},
                           {"tower 6x8", tower(6, 8), false},
-                          {"tower 20x11", tower(20, 11), true},
-                          {"tower 20x36", tower(20, 36), false},
+                          {"tower 6x35", tower(6, 35), true},
+                          {"tower 6x116", tower(6, 116), false},
                           {"block", block(20, 20, 10), true}};
   for (const Named& frame : frames) {
     FrameMatrix matrix = assemble(frame.graph, sloan(frame.graph));

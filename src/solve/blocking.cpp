@@ -98,19 +98,27 @@ bool set_error(const std::string& cause) {
   return false;
 }
 
+bool limited_by_card(const BlockingInput& input) {
+  return input.words_per_block != 0 && input.words_per_block < input.storage;
+}
+
 bool refuse_storage(const BlockingInput& input, const Blocking& cut) {
   write(units.NDOUT, "/,/,/,/,5X,'**** PROGRAM ERROR ****   INSUFFICIENT STORAGE',/,/");
   write_table(input, cut);
   const std::int64_t least = std::int64_t{buffers} * ITWO * (input.NHBW + 1);
-  return set_error("insufficient storage for the stiffness matrix in blocks: " + std::to_string(input.storage) +
-                   " words are left, a column of " + std::to_string(input.NHBW) + " reals takes at least " +
-                   std::to_string(least) + " words");
+  // When both are too small the pool is named first: a larger one is needed in any case.
+  const bool card = limited_by_card(input) && input.storage >= least;
+  const std::string words = card ? "the storage card allows " + std::to_string(input.words_per_block) + " words"
+                                 : std::to_string(input.storage) + " words are left";
+  return set_error("insufficient storage for the stiffness matrix in blocks: " + words + ", a column of " +
+                   std::to_string(input.NHBW) + " reals takes at least " + std::to_string(least) + " words");
 }
 
-bool refuse_blocks(const Blocking& cut) {
+bool refuse_blocks(const BlockingInput& input, const Blocking& cut) {
   write(units.NDOUT, "5X,'**** PROGRAM ERROR ****   NUMBER OF MATRIX BLOCKS MORE THAN LIMIT OF',I6", MAXBLK);
+  const std::string remedy = limited_by_card(input) ? "more words on the storage card make" : "a larger pool makes";
   return set_error("the stiffness matrix would take " + std::to_string(cut.NBLOCK) + " blocks, at most " +
-                   std::to_string(MAXBLK) + " are possible: a larger pool makes larger blocks");
+                   std::to_string(MAXBLK) + " are possible: " + remedy + " larger blocks");
 }
 
 // Zero blocks with the addresses of their columns, from which the first assembly starts.
@@ -159,7 +167,7 @@ bool BLKSET(std::int64_t storage_words) {
   solver.MBLOCK = static_cast<int>(cut.MBLOCK);
   if (cut.NBLOCK == 0) return refuse_storage(input, cut);
   write_page(input, cut);
-  if (cut.NBLOCK > MAXBLK) return refuse_blocks(cut);
+  if (cut.NBLOCK > MAXBLK) return refuse_blocks(input, cut);
   if (cut.NBLOCK > 1) write_empty_blocks(cut, IDIAG, BLKEQ, input.triangles);
   return true;
 }

@@ -76,8 +76,9 @@ Outcome leave_lost_state(int bad_equation) {
   return Outcome::lost;
 }
 
-/// The step factor that a part of STEP0 stands for.
-double part_of_first_step(double part) { return (segment.STEP0 == ZERO ? ONE : segment.STEP0) * part; }
+/// The smallest step factor. A negative limit is none: the step that follows is empty, not one backwards, from which
+/// reductions would begin again without end.
+double smallest_step() { return (segment.STEP0 == ZERO ? ONE : segment.STEP0) * std::max(segment.STEPMIN, ZERO); }
 
 Outcome take_step_anew(double smaller) {
   statics.STEPF = smaller;
@@ -132,7 +133,7 @@ Outcome restep(Trial& trial) {
   if (!trial.accepted) accept_trial(trial);
   ++step.NATTS;
   if (segment.NATT >= 1 && step.NATTS >= segment.NATT) return suspend();
-  statics.STEPF = part_of_first_step(segment.STEPMIN);
+  statics.STEPF = smallest_step();
   write_progress_row();
   return Outcome::iterate;
 }

@@ -116,6 +116,10 @@ void FrameDeck::temperature(int first, int last, double value) {
   ++temperature_count_;
   temperatures_ += line(ints({1}) + "HEAT") + line(ints({first, last, 1}) + ten(value));
 }
+void FrameDeck::turn(int node, const std::array<double, 3>& a, const std::array<double, 3>& b) {
+  systems_ += line(ints({1}) + reals({a.begin(), a.end()}) + "     " + ints({2}) + reals({b.begin(), b.end()}));
+  assignments_ += line(ints({node, ++system_count_}));
+}
 void FrameDeck::self_weight(const std::string& direction, double gravity) {
   gravity_ = line("   " + padded(direction, 2) + "     " + reals({0.0, 0.0, 0.0}) + ints({0, 0}) + ten(gravity));
 }
@@ -126,9 +130,10 @@ void FrameDeck::stat(const std::vector<SegmentCards>& segments) {
 
 std::string FrameDeck::text() const {
   const int weight = gravity_.empty() ? 0 : 1;
-  std::string t = " STAR   P4.314  A FRAME\n\n\n\n";
-  t += line(ints({node_count_, node_count_, 0, 0, 0, 0, fix_count_, 0, 0, group_count_, weight}));
-  t += gravity_ + nodes_ + fixes_ + groups_;
+  std::string t = " STAR   P4.314  A FRAME\n\n\n" + storage + "\n";
+  t += line(
+      ints({node_count_, node_count_, 0, 0, system_count_, system_count_, fix_count_, 0, 0, group_count_, weight}));
+  t += gravity_ + nodes_ + systems_ + assignments_ + fixes_ + groups_;
   t += line(ints({static_cast<int>(patterns_.size()), 0, temperature_count_, 0, weight}));
   for (const auto& pattern : patterns_) {
     t += line(ints({static_cast<int>(pattern.size())}) + "PATTERN");

@@ -68,6 +68,8 @@ using Load = std::array<double, 6>;
 
 class FrameDeck {
  public:
+  std::string storage = "";  ///< storage card
+
   int node(double x, double y, double z);
   void fix(int node, const std::string& codes);
   void group(const std::string& text);
@@ -75,14 +77,16 @@ class FrameDeck {
   void load(int node, const Load& load);
   void more_load(int node, const Load& load);
   void temperature(int first, int last, double value);
+  /// Gives a node local axes: X along a, Y in the plane of a and b.
+  void turn(int node, const std::array<double, 3>& a, const std::array<double, 3>& b);
   void self_weight(const std::string& direction, double gravity = 9.81);
   void stat(const std::vector<SegmentCards>& segments);
   std::string text() const;
 
  private:
-  std::string nodes_, fixes_, groups_, temperatures_, macros_, gravity_;
+  std::string nodes_, fixes_, groups_, temperatures_, macros_, gravity_, systems_, assignments_;
   std::vector<std::vector<std::string>> patterns_;
-  int node_count_ = 0, fix_count_ = 0, group_count_ = 0, temperature_count_ = 0;
+  int node_count_ = 0, fix_count_ = 0, group_count_ = 0, temperature_count_ = 0, system_count_ = 0;
 };
 
 /// One pattern taken in one step, Newton's method.

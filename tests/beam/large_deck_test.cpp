@@ -72,6 +72,20 @@ TEST(Elastica, FollowsTheEllipticIntegralsInEveryPlane) {
   }
 }
 
+TEST(Elastica, HasTheSameDigitsWhereverItsRecordsLive) {
+  std::vector<std::vector<double>> answers;
+  for (const char* storage : {" CORE SYMM", " DISK SYMM"}) {
+    FrameDeck deck = strip({.elements = 6});
+    deck.storage = storage;
+    deck.load(7, {0, 2, 1, 0.5, 0, 0});
+    deck.stat({steps_of(4)});
+    RunResult run = run_static(deck.text());
+    EXPECT_EQ(run.status, 0) << storage << run.errors;
+    answers.push_back(run.U);
+  }
+  EXPECT_EQ(answers[0], answers[1]);
+}
+
 /// Tip of a cantilever of 20 elements rolled up by an end moment theta EI/L in `steps` steps; its distance from the
 /// circle's tip over L.
 double roll_error(int SD, double theta, int steps) {
@@ -281,6 +295,23 @@ TEST(InitialState, TakesForcesDeformationsAndAnAxialForce) {
     EXPECT_NEAR(both.QNAT[i], expected[i] + static_cast<double>(i + 1) + (i == 5 ? 10 : 0), 1e-12);
   }
   EXPECT_NEAR(both.P, 12.0, 1e-12);
+}
+
+TEST(InitialState, TheFirstMatrixHasTheAxialForceWhereItIsAskedFor) {
+  for (const int KGI : {0, 1, 2}) {
+    FrameDeck deck;
+    deck.node(0, 0, 0);
+    deck.node(2, 0, 0);
+    deck.fix(1, "111111");
+    LargeGroup group;
+    group.section({.A = 1, .IY = 1, .IZ = 1, .J = 1});
+    group.element({.I = 1, .J = 2, .KGI = KGI, .axial = 12});
+    deck.group(group.text());
+    EXPECT_EQ(run_static(deck.text()).status, 0);  // no macro: the records are those of input
+    EXPECT_EQ(large_record(1).P, KGI == 1 ? 12.0 : 0.0);
+    EXPECT_NEAR(large_record(1).QNAT[5], 12.0, 1e-12);
+    EXPECT_EQ(large_record(1).head.KSTIF, 1);
+  }
 }
 
 }  // namespace

@@ -409,55 +409,5 @@ TEST(NearVertical, AMemberWithinTheLimitHasAxesThatAreNotItsNormals) {
   EXPECT_NEAR(product, 0.0, 1e-15);
 }
 
-/// Tip of a cantilever of one element under its weight: length 4, EI 1000, weight 3 per unit length.
-double sag(int KFEM, const std::array<double, 3>& to, const std::array<double, 6>& offset = {}, int offset_type = 0) {
-  FrameDeck deck;
-  deck.node(0, 0, 0);
-  deck.node(to[0], to[1], to[2]);
-  deck.fix(1, "111111");
-  deck.self_weight("-Z");
-  LinearGroup group;
-  group.E = 1000;
-  group.weight = 2;
-  group.fluid_weight = 0.5;
-  group.KFEM = KFEM;
-  // 2 * 0.25 + 0.5 pi/4 1.2^2 + growth
-  group.section({.A = 0.25, .ID = 1.2, .J = 1e6, .I3 = 1, .I2 = 1, .growth = 2.5 - 0.5 * 1.1309733553});
-  group.offset(offset);
-  group.element({.I = 1, .J = 2, .ECC = offset_type});
-  deck.group(group.text());
-  SegmentCards segment = one_step();
-  segment.generated = {1.0, 0.0, 0.0};
-  deck.stat({segment});
-  EXPECT_EQ(run_static(deck.text()).status, 0);
-  return moved(2, 3);
-}
-
-// wL^4/8EI with the fixed-end moments; half the weight at the tip alone, (wL/2)L^3/3EI, without them.
-TEST(SelfWeight, BendsACantileverExactlyWithItsFixedEndMoments) {
-  expect_relative(sag(1, {4, 0, 0}), -3.0 * 256 / 8000, 1e-8);
-  expect_relative(sag(0, {4, 0, 0}), -3.0 * 256 / 6000, 1e-8);
-  expect_relative(sag(2, {4, 0, 0}), -3.0 * 256 / 6000, 1e-8);
-}
-
-TEST(SelfWeight, BendsASlopedMemberByItsNormalPart) {
-  // 3-4-5 slope, length 4: normal part 0.8 w, its vertical share 0.8 again; the axial part is stiff (EA 250):
-  // 0.6 w L/2 at the tip shortens it by 0.6 w L^2/(2EA), 0.6 of that vertical.
-  const double L4 = 256, w = 3;
-  const double bending = 0.64 * w * L4 / 8000, axial = 0.36 * w * 16 / (2 * 250);
-  expect_relative(sag(1, {3.2, 0, 2.4}), -(bending + axial), 1e-8);
-}
-
-TEST(SelfWeight, OffsetsGiveMomentsWithTheFixedEndMomentsAlone) {
-  // The tip node stands 1 beyond end J: the forces of end J move there with their moment, L is 4.
-  const double w = 3, span = 4, EI = 1000;
-  const double v = -w * std::pow(span, 4) / (8 * EI), slope = -w * std::pow(span, 3) / (6 * EI);
-  expect_relative(sag(1, {5, 0, 0}, {0, 0, 0, -1, 0, 0}, 1), v + slope, 1e-8);
-  // Without them the force wL/2 acts at the node, 1 beyond the end.
-  const double P = w * span / 2;
-  const double v0 = -P * (std::pow(span, 3) / 3 + span * span / 2) / EI, slope0 = -P * (span * span / 2 + span) / EI;
-  expect_relative(sag(0, {5, 0, 0}, {0, 0, 0, -1, 0, 0}, 1), v0 + slope0, 1e-8);
-}
-
 }  // namespace
 }  // namespace tidearc::test

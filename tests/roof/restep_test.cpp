@@ -134,6 +134,16 @@ TEST(Restep, ANegativeSmallestStepEndsWhenTheDigitsDo) {
   EXPECT_EQ(run_deck(deck.text()).status, 4);
 }
 
+TEST(Restep, ANegativeSmallestStepWithoutAnAttemptLimitEndsWithAnEmptyStep) {
+  // Taken as it stands, -1.0 would turn the step round at the smallest size and let reductions begin anew, for ever.
+  TrussDeck deck = bar(0.1, 1.5);
+  deck.stat({{.MAXIT = 2, .KTERM = 0, .KPRINT = 0, .TOLU = -1.0, .card4 = restep_card("-1.0", 0, 0, "1.0")}});
+  const RunResult run = run_deck(deck.text());
+  EXPECT_EQ(run.status, 0) << run.progress;
+  EXPECT_EQ(progress_rows(run.progress).back().increment, 0.0);
+  EXPECT_TRUE(has(run.report, " ANALYSIS CONTINUED"));
+}
+
 TEST(Restep, TheSecondAttemptBelowTheSmallestStepSuspends) {
   // Two yield points are crossed, in tension and, two segments later, again: each crossing step fails in one iteration.
   TrussDeck deck = bar(0.1, 1.5);

@@ -11,7 +11,6 @@ LargeCard read_large_card() {
   LargeCard c{};
   read(units.NDIN, "13I5,F10.0,I5,I5,I5", c.number, c.NODEI, c.NODEJ, c.increment, c.K, c.MAT, c.SEC, c.KOUT, c.KGI,
        c.KGE, c.KSD, c.KWAVE, c.KBUOY, c.axial, c.KECC, c.KCAT, c.KINIT);
-  if (c.K < 0) c.K = 0;
   c.line = deck_line();
   return c;
 }

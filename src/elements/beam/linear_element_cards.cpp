@@ -36,7 +36,6 @@ LinearCard read_linear_card() {
   LinearCard c{};
   read(units.NDIN, "I5,2I5,I5,I5,2I5,4I5,F10.0,I2,I3,I2,2I4", c.number, c.NODEI, c.NODEJ, c.increment, c.K, c.MAT,
        c.SEC, c.KHIST, c.KGEOM, c.KWAVE, c.KBUOY, c.axial, c.KECC, c.KCAT, c.KINIT, c.HINGEI, c.HINGEJ);
-  if (c.K < 0) c.K = 0;
   c.line = deck_line();
   return c;
 }

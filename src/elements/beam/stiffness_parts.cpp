@@ -4,8 +4,6 @@
 #include <cmath>
 #include <cstddef>
 
-#include "run/vectors.h"
-
 namespace tidearc {
 
 namespace {
@@ -165,7 +163,10 @@ void add_string_matrix(double P_L, std::span<const double, 9> axes, std::span<do
 
 void to_member_axes(std::span<const double, 9> axes, std::span<const double, 12> global, std::span<double, 12> local) {
   for (std::size_t triple = 0; triple < 12; triple += 3) {
-    for (std::size_t k = 0; k < 3; ++k) local[triple + k] = DOT3(axes.data() + 3 * k, global.data() + triple);
+    const double* v = global.data() + triple;
+    for (std::size_t k = 0; k < 3; ++k) {
+      local[triple + k] = axes[3 * k] * v[0] + axes[3 * k + 1] * v[1] + axes[3 * k + 2] * v[2];
+    }
   }
 }
 
