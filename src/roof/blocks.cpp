@@ -4,6 +4,7 @@
 #include <array>
 #include <type_traits>
 
+#include "eigen/eigen.h"
 #include "elements/contract/element_files.h"
 #include "elements/contract/event_scan.h"
 #include "elements/contract/group.h"
@@ -71,6 +72,7 @@ const std::array table{
     entry("statics", statics, BlockKind::step),
     entry("step", step, BlockKind::step),
     entry("scaling", scaling, BlockKind::step),
+    entry("eigen", eigen, BlockKind::deck),
 };
 
 }  // namespace

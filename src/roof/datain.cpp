@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "eigen/eigen.h"
 #include "elements/contract/event_scan.h"
 #include "elements/contract/group.h"
 #include "elements/contract/pass.h"
@@ -76,6 +77,7 @@ void forget_last_problem() {
   scaling = {};
   bfgs = {};
   event_found = {};
+  eigen = {};
   reset_gravity();
   if (is_open_tape(UNIT_STATE_LOG)) close_tape(UNIT_STATE_LOG);
   state_log = {};
@@ -85,7 +87,6 @@ void forget_last_problem() {
 struct CardLines {
   std::int64_t data_file = 0;
   std::int64_t post_processor = 0;
-  std::int64_t sizes = 0;
 };
 
 [[noreturn]] void stop_section(const std::string& section, const DeckPlace& place, std::string_view routine) {
@@ -122,8 +123,8 @@ void read_masses() {
   MASSIN();
 }
 
-void read_elements(const CardLines& lines) {
-  if (sizes.IEIGN == 1) stop_section("EIGENSOLUTION INPUT", {lines.sizes, {56, 60}}, "EIGNIN");
+void read_elements() {
+  if (sizes.IEIGN == 1) EIGNIN();
   ELDATA();
   if (sizes.IBANDW != 0) RENUMB();
   MASSUM();
@@ -171,6 +172,7 @@ bool lay_out_analysis() {
   carve_analysis_arrays();
   const bool matrix_stands = carve_stiffness(element_counts.MAXLEI + 1);
   LODELM();
+  if (sizes.IEIGN == 1) RSAOUT();
   return matrix_stands;
 }
 
@@ -220,12 +222,11 @@ void DATAIN() {
   lines.post_processor = deck_line();
   read_storage_card();
   read_size_card();
-  lines.sizes = deck_line();
   if (sizes.IGRAV == 1) GRAVIN();
   read_nodes();
   read_masses();
   carve_element_vectors();
-  read_elements(lines);
+  read_elements();
   read_static_loads();
   read_dynamic_loads();
   read_output_lists();

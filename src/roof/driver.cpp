@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "eigen/eigen.h"
 #include "roof/datain.h"
 #include "roof/timlog.h"
 #include "run/layout.h"
@@ -80,9 +81,11 @@ bool run_macro(Macro macro) {
     case Macro::visc:
       run_analysis(visco_static_analysis, nullptr);
       break;
+    case Macro::eign:
+      run_analysis(eigen_analysis, EIGN);
+      break;
     case Macro::dyn1:
     case Macro::dyn2:
-    case Macro::eign:
       stop_on_missing_macro(current_keyword());
     case Macro::save:
       if (run.RUNMOD != 1) stop_on_missing_macro("SAVRST");

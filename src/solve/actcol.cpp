@@ -3,9 +3,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <vector>
 
 #include "run/layout.h"
 #include "run/units.h"
+#include "solve/factor.h"
 #include "solve/profile.h"
 #include "solve/runs.h"
 
@@ -13,10 +16,23 @@ namespace tidearc {
 
 namespace {
 
-// Entries of column j but the first and the diagonal, reduced by the columns above it.
-void reduce_inner(const Profile<double>& K, int j) {
+/// Columns that are reduced together at the rows above all of them. The rows among them are left to one column after
+/// the other: more columns, more of these; fewer, and the packed panels of the reduction work for less.
+constexpr int columns_together = 48;
+
+/// Columns first.. of a group, at the rows above the group. Every entry has one sum, from its lowest row to its
+/// highest, whichever way it is formed.
+void reduce_above_group(const Profile<double>& K, ConstIntegers all_free, int first) {
+  const int last = std::min(first + columns_together - 1, K.NEQ);
+  const Profile<double> group{K.A, K.IDIAG, last};
+  const Profile<const double> above{K.A, K.IDIAG, first - 1};
+  if (first > 1) reduce_against(group, above, {all_free, {}, first, 1});
+}
+
+// Entries of column j but the first and the diagonal, reduced by the columns from `first` on that stand before it.
+void reduce_inner(const Profile<double>& K, int j, int first) {
   const Reals column = K.column(j);
-  for (int r = K.top(j) + 1; r < j; ++r) {
+  for (int r = std::max(K.top(j) + 1, first); r < j; ++r) {
     double s = 0.0;
     VECOP(product, {column, K.column(r)}, s, std::max(K.top(r), K.top(j)), r - 1);
     column(r) -= s;
@@ -68,17 +84,25 @@ void substitute_back(const Profile<double>& K, Reals V) {
 ActiveColumnResult active_column_solver(Reals A, Reals V, ConstIntegers IDIAG, int N, bool reduce, bool solve) {
   const Profile<double> K{A, IDIAG, N};
   ActiveColumnResult result;
+  const std::vector<int> links(reduce ? static_cast<std::size_t>(N) : 0, -N);  // one run of free equations
+  const ConstIntegers all_free(links.data(), N);
+  int first = 1;
   for (int j = 1; j <= N; ++j) {
+    if (reduce && (j - 1) % columns_together == 0) reduce_above_group(K, all_free, first = j);
     double d = K.diagonal(j);
     if (K.height(j) > 1) {
       if (reduce) {
-        reduce_inner(K, j);
+        reduce_inner(K, j, first);
         d = divide(K, j);
         if (!(d * K.diagonal(j) < 0.0)) ++result.count;
       }
       if (solve) substitute(K, V, j);
     }
-    if (reduce) invert_pivot(K, j, d);
+    if (reduce) {
+      invert_pivot(K, j, d);
+      result.last_pivot = d;
+      if (d == 0.0 && result.zero_pivot == 0) result.zero_pivot = j;
+    }
   }
   if (result.count > 0) ++result.count;
   if (solve) {

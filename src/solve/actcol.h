@@ -8,8 +8,10 @@ namespace tidearc {
 
 /// What a call found.
 struct ActiveColumnResult {
-  int count = 0;        ///< see active_column_solver                                  [-]
-  double energy = 0.0;  ///< sum over V of the solve: twice the work of the loads      [force x length]
+  int count = 0;            ///< see active_column_solver                                  [-]
+  double energy = 0.0;      ///< sum over V of the solve: twice the work of the loads      [force x length]
+  double last_pivot = 0.0;  ///< reduced pivot of the last equation; 0 without a reduction
+  int zero_pivot = 0;       ///< first equation whose reduced pivot is exactly zero, 0 none            [-]
 };
 
 /// Reduces the profile matrix A of N equations (IDIAG: diagonal addresses) in place, solves for V in place, or both; a

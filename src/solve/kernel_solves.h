@@ -47,7 +47,30 @@ void column_sums_of(const Strip& strip, const double* x, int r1, int r2, double*
   }
 }
 
+// A column of the strip starts below the strip's first row.
+bool has_gaps(const Strip& strip) {
+  int highest = strip.top[0];
+  for (int n = 1; n < strip.count; ++n) highest = larger(highest, strip.top[n]);
+  return highest > strip.first;
+}
+
+// The triangle of a whole strip in registers: what an equation gives to those behind it is added as soon as it is
+// known.
+void forward_whole_triangle(const double* const* a, int first, double* x, double* s) {
+  double sum[strip_rows];
+#pragma GCC unroll 8
+  for (int n = 0; n < strip_rows; ++n) sum[n] = s[n];
+#pragma GCC unroll 8
+  for (int k = 0; k < strip_rows; ++k) {
+    const double v = x[first + k] - sum[k];
+    x[first + k] = v;
+#pragma GCC unroll 8
+    for (int n = k + 1; n < strip_rows; ++n) sum[n] = fused(a[n][first + k], v, sum[n]);
+  }
+}
+
 void forward_triangle_of(const Strip& strip, double* x, double* s) {
+  if (strip.count == strip_rows && !has_gaps(strip)) return forward_whole_triangle(strip.column, strip.first, x, s);
   for (int n = 0; n < strip.count; ++n) {
     const double* const a = strip.column[n];
     double sum = s[n];
@@ -56,7 +79,21 @@ void forward_triangle_of(const Strip& strip, double* x, double* s) {
   }
 }
 
+void back_whole_triangle(const double* const* a, int first, double* r, double* x) {
+  double v[strip_rows];
+#pragma GCC unroll 8
+  for (int n = 0; n < strip_rows; ++n) v[n] = r[first + n];
+#pragma GCC unroll 8
+  for (int n = strip_rows - 1; n > 0; --n) {
+#pragma GCC unroll 8
+    for (int k = 0; k < n; ++k) v[k] = fused(-v[n], a[n][first + k], v[k]);
+  }
+#pragma GCC unroll 8
+  for (int n = 0; n < strip_rows; ++n) x[n] = r[first + n] = v[n];
+}
+
 void back_triangle_of(const Strip& strip, double* r, double* x) {
+  if (strip.count == strip_rows && !has_gaps(strip)) return back_whole_triangle(strip.column, strip.first, r, x);
   for (int n = strip.count - 1; n >= 0; --n) {
     const double* const a = strip.column[n];
     x[n] = r[strip.first + n];
@@ -69,7 +106,16 @@ void take_columns(const double* const* a, double* r, const double* x, int r1, in
   Lanes factor[N];
 #pragma GCC unroll 8
   for (int n = 0; n < N; ++n) factor[n] = broadcast(-x[n]);
+  const auto take_row = [&](long k) {
+    double v = r[k];
+#pragma GCC unroll 8
+    for (int n = N - 1; n >= 0; --n) v = fused(-x[n], a[n][k], v);
+    r[k] = v;
+  };
+  // Eights of rows begin where those of every other strip begin: what one has stored as a whole the next can load as a
+  // whole.
   long i = r1;
+  for (; i <= r2 && (i - 1) % group_lanes != 0; ++i) take_row(i);
   for (; i + group_lanes <= r2 + 1; i += group_lanes) {
     fetch_ahead<N>(a, i + ahead);
     Lanes v = load(r + i);
@@ -77,12 +123,7 @@ void take_columns(const double* const* a, double* r, const double* x, int r1, in
     for (int n = N - 1; n >= 0; --n) v = fused(factor[n], load(a[n] + i), v);
     store(r + i, v);
   }
-  for (; i <= r2; ++i) {
-    double v = r[i];
-#pragma GCC unroll 8
-    for (int n = N - 1; n >= 0; --n) v = fused(-x[n], a[n][i], v);
-    r[i] = v;
-  }
+  for (; i <= r2; ++i) take_row(i);
 }
 
 void subtract_columns_of(const Strip& strip, double* r, const double* x, int r1, int r2, long ahead) {

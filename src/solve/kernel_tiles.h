@@ -30,6 +30,7 @@ void run_tile(const double* const* column, const double* const* group, int count
       for (int r = 0; r < R; ++r) s[r][v] = broadcast(0.0);
     }
   }
+#pragma GCC unroll 2
   for (long k = 0; k < count; ++k) {
     Lanes x[G];
 #pragma GCC unroll 8
@@ -121,9 +122,13 @@ void sum_tile(const Strip& strip, const LaneGroup* const* groups, int count, dou
   if (begun < count) clear_sums(sums + tile_size * begun, count - begun);
 }
 
+// In tiles as wide as they go; four groups make two tiles of two.
 void sum_strip_of(const Strip& strip, const LaneGroup* const* groups, int count, double* sums) {
-  for (int v = 0; v < count; v += tile_groups) {
-    sum_tile(strip, groups + v, smaller(tile_groups, count - v), sums + tile_size * v);
+  for (int v = 0; v < count;) {
+    const int left = count - v;
+    const int width = left == 4 && tile_groups == 3 ? 2 : smaller(tile_groups, left);
+    sum_tile(strip, groups + v, width, sums + tile_size * v);
+    v += width;
   }
 }
 

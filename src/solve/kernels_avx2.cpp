@@ -131,6 +131,7 @@ constexpr Kernels table{"AVX2",
                         pack_of,
                         scale_of,
                         sum_strip_of,
+
                         factor_strip_of,
                         finish_strip_of,
                         column_sums_of,

@@ -96,7 +96,10 @@ void store_rows(const Lanes* rows, const LaneGroup& group, int k) {
   transpose(x);
   if (k >= group.all && k + R <= group.end) {
 #pragma GCC unroll 8
-    for (int lane = 0; lane < group_lanes; ++lane) _mm512_mask_storeu_pd(group.column[lane] + k, (1 << R) - 1, x[lane]);
+    for (int lane = 0; lane < group_lanes; ++lane) {
+      __builtin_prefetch(group.column[lane] + k + 2 * group_lanes, 1, 3);  // rows of the next strips
+      _mm512_mask_storeu_pd(group.column[lane] + k, (1 << R) - 1, x[lane]);
+    }
     return;
   }
 #pragma GCC unroll 8
@@ -123,6 +126,7 @@ constexpr Kernels table{"AVX-512",
                         pack_of,
                         scale_of,
                         sum_strip_of,
+
                         factor_strip_of,
                         finish_strip_of,
                         column_sums_of,

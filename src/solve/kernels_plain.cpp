@@ -72,6 +72,7 @@ constexpr Kernels table{"plain",
                         pack_of,
                         scale_of,
                         sum_strip_of,
+
                         factor_strip_of,
                         finish_strip_of,
                         column_sums_of,

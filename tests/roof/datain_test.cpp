@@ -125,18 +125,6 @@ TEST(Datain, TheEquationLimitIsOnTheEntryBehindTheLast) {
 
 TEST(Datain, OnlyTheGravityCodeOneReadsAGravityCard) { EXPECT_EQ(run_deck(with_size(11, 2)).status, 0); }
 
-TEST(Datain, SectionsThatAreNotAvailableStopTheRunByTheirName) {
-  const RunResult eigen = run_deck(with_size(12, 1));
-  EXPECT_EQ(eigen.status, 1);
-  EXPECT_TRUE(has(eigen.report, "FATAL ERROR DETECTED IN EIGNIN - JOB ABORTED"));
-}
-
-TEST(Datain, ASectionThatIsNotAvailableIsNamedByItsCard) {
-  const RunResult run = run_deck(with_size(12, 1));
-  EXPECT_TRUE(has(run.errors, "TAModel.inp line 5, columns 56-60: EIGENSOLUTION INPUT is not available"))
-      << run.errors;
-}
-
 TEST(Datain, RenumberingStandsBetweenElementsAndMassSummary) {
   const RunResult run = run_deck(with_size(15, 3));
   EXPECT_EQ(run.status, 0) << run.errors;

@@ -320,8 +320,8 @@ TEST(Events, CutImposedDisplacementsToo) {
   EXPECT_NEAR(truss_rows(run.report)[0].force, 1.3, 1e-5);
 }
 
-TEST(Events, ALargeUnbalanceAtAnEventRestepsBeforeItIsTaken) {
-  // Overshoot strain 0.001 of length 10 is an extension of 0.01, so that the event leaves 0.9 out of balance.
+/// A bar whose overshoot strain of 0.001 leaves 0.9 out of balance behind its event.
+TrussDeck overshooting_bar(double load) {
   TrussDeck deck;
   deck.node(0, 0, 0);
   deck.node(10, 0, 0);
@@ -330,7 +330,12 @@ TEST(Events, ALargeUnbalanceAtAnEventRestepsBeforeItIsTaken) {
   deck.material(1000, 0.1, 1, 1, 0.0, "     0.001");
   deck.section(1);
   deck.bar(1, 2);
-  deck.pattern(2, 3.0, 0, 0);
+  deck.pattern(2, load, 0, 0);
+  return deck;
+}
+
+TEST(Events, ALargeUnbalanceAtAnEventRestepsBeforeItIsTaken) {
+  TrussDeck deck = overshooting_bar(3.0);
   SegmentCards cards = one_step({1.0});
   cards.NSTEPS = 20;
   cards.KTERM = 0;
@@ -339,6 +344,32 @@ TEST(Events, ALargeUnbalanceAtAnEventRestepsBeforeItIsTaken) {
   const RunResult run = run_static(deck.text());
   EXPECT_GT(count_of(run.report, " RESTEPPING DUE TO LARGE UNBALANCE FORCE"), 0) << run.report;
   EXPECT_GT(count_of(run.report, "STATE AT BEGINNING OF STEP RECOVERED"), 0);
+}
+
+TEST(Events, CountAnewInAStepThatIsTakenAnew) {
+  // Loads 12, 6, 3, 1.5 in tries of the first step. At 1.5 the bar passes its yield by less than the overshoot.
+  TrussDeck deck = overshooting_bar(12.0);
+  SegmentCards cards = one_step({1.0});
+  cards.KEVENT = 2;
+  cards.KTERM = 0;
+  cards.card4 = "       0.5     0.001    1    0                        0                           0.5";
+  deck.stat({cards});
+  const RunResult run = run_static(deck.text());
+  EXPECT_EQ(events_of(run.report).size(), 3U) << run.report;
+}
+
+TEST(Events, OfATrialThatIsTakenOutOfBalanceCountOnce) {
+  // No smaller step is allowed: the part up to the event is taken as it stands, and iterations go on from there.
+  TrussDeck deck = overshooting_bar(3.0);
+  SegmentCards cards = one_step({1.0});
+  cards.KTERM = 0;
+  cards.card4 = "       0.5       1.0    0    0                        0                           0.5";
+  deck.stat({cards});
+  const RunResult run = run_static(deck.text());
+  ASSERT_EQ(count_of(run.report, " RESTEPPING DUE TO LARGE UNBALANCE FORCE"), 1) << run.report;
+  EXPECT_GT(progress_rows(run.progress).back().iteration, 1);
+  EXPECT_GT(run.U.at(0), 0.02);
+  EXPECT_NEAR(run.DSTEP.at(0), run.U.at(0), 1e-15) << "the only step began at zero";
 }
 
 }  // namespace

@@ -14,7 +14,7 @@
 namespace tidearc::test {
 namespace {
 
-constexpr double arc = 0.1;
+constexpr double full_arc = 0.1;
 constexpr int steps = 6;
 
 std::string pulled_node(SegmentCards cards) {
@@ -34,7 +34,7 @@ std::string pulled_node(SegmentCards cards) {
   deck.stat({cards});
   std::string text = deck.text();
   const std::string loads = "    0    0    0    0    0    0    0    0\n";
-  const std::string rope = "    0    1    0    0    0    0    0    0\nROPE\n    1    4       5.0\n";
+  const std::string rope = "    0    1    0    0    0    0    0    0\n    1ROPE\n    1    4       5.0\n";
   text.replace(text.find(loads), loads.size(), rope);
   const std::string empty_factors = "\n\n\n\n\n\nNONE";
   text.replace(text.find(empty_factors), 2, "\n       1.0\n");
@@ -54,8 +54,8 @@ struct State {
   double level = 0.0;
 };
 
-/// One step of the arc; its iterations do no work against the rope's force at the state that they start from.
-void take_step(State& s, int iterations) {
+/// One step of this arc; its iterations do no work against the rope's force at the state that they start from.
+void take_step(State& s, int iterations, double arc) {
   const auto unbalance = [&] {
     const Pair f = rope_at(s.u);
     return Pair{s.level * f.x - 3.0 * s.u.x, s.level * f.y - 8.0 * s.u.y};
@@ -72,28 +72,49 @@ void take_step(State& s, int iterations) {
   }
 }
 
+/// The tolerance lets no iteration end a step: all are made, and the step is taken as it stands.
+SegmentCards constant_work(int MAXIT) {
+  SegmentCards cards;
+  cards.KSTEP = 2;
+  cards.KNMS = 1;
+  cards.KITER = 2;
+  cards.KIPAR = 1;
+  cards.ARCL = full_arc;
+  cards.STEP0 = 0.25;
+  cards.MAXIT = MAXIT;
+  cards.TOLU = -1.0;
+  return cards;
+}
+
 TEST(MovingLoad, IsTheReferenceLoadOfEveryIterationAtItsState) {
-  // The tolerance lets no iteration end a step: all are made, and the step is taken as it stands.
   for (const int MAXIT : {1, 2, 5}) {
-    SegmentCards cards;
-    cards.KSTEP = 2;
-    cards.KNMS = 1;
-    cards.KITER = 2;
-    cards.KIPAR = 1;
-    cards.ARCL = arc;
+    SegmentCards cards = constant_work(MAXIT);
     cards.NSTEPS = steps;
-    cards.STEP0 = 0.25;
-    cards.MAXIT = MAXIT;
     cards.KTERM = 2;
-    cards.TOLU = -1.0;
     const RunResult run = run_static(pulled_node(cards));
     ASSERT_EQ(run.status, 0) << run.errors << run.progress;
     State expected;
-    for (int NS = 1; NS <= steps; ++NS) take_step(expected, MAXIT);
+    for (int NS = 1; NS <= steps; ++NS) take_step(expected, MAXIT, full_arc);
     EXPECT_NEAR(run.U.at(0), expected.u.x, 1e-12) << MAXIT;
     EXPECT_NEAR(run.U.at(1), expected.u.y, 1e-12) << MAXIT;
     EXPECT_NEAR(run.accumulated, expected.level, 1e-12) << MAXIT;
   }
+}
+
+TEST(MovingLoad, IsThatOfTheStepStartAfterARestep) {
+  // The first try of the first step is given up, half the arc is taken as it stands: its load must not be that of the
+  // state where the first try ended.
+  SegmentCards cards = constant_work(2);
+  cards.KTERM = 0;
+  cards.card4 = "       0.5       0.5";
+  const RunResult run = run_static(pulled_node(cards));
+  ASSERT_EQ(run.status, 0) << run.errors << run.progress;
+  ASSERT_EQ(count_of(run.report, "STATE AT BEGINNING OF STEP RECOVERED"), 1) << run.report;
+  State expected;
+  take_step(expected, 2, 0.5 * full_arc);
+  EXPECT_NEAR(run.U.at(0), expected.u.x, 1e-12);
+  EXPECT_NEAR(run.U.at(1), expected.u.y, 1e-12);
+  EXPECT_NEAR(run.accumulated, expected.level, 1e-12);
 }
 
 }  // namespace

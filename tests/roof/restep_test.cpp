@@ -154,6 +154,43 @@ TEST(Restep, TheSecondAttemptBelowTheSmallestStepSuspends) {
   EXPECT_FALSE(has(once.report, "ANALYSIS SUSPENDED"));
 }
 
+TEST(Restep, ARefusedTrialAtTheSmallestStepIsTakenAndIteratedOn) {
+  // The unbalance of 0.45 is above the limit of 0.2, and no smaller step is allowed: the second iteration closes it.
+  TrussDeck deck = bar(0.1, 1.5);
+  deck.stat({{.KTERM = 0, .card4 = restep_card("1.0", 0, 0, "1.0", "0.2")}});
+  const RunResult run = run_static(deck.text());
+  EXPECT_EQ(run.status, 0) << run.progress;
+  EXPECT_EQ(progress_rows(run.progress).back().iteration, 2);
+  EXPECT_NEAR(run.U.at(0), 0.06, 1e-12);
+  EXPECT_NEAR(run.DSTEP.at(0), 0.06, 1e-12);
+}
+
+TEST(Restep, AttemptsAreCountedInEachSegmentAnew) {
+  // Yield in tension is one attempt in the first segment; unloading with the stiffness of the yielded bar are two in
+  // the second. Three suspend.
+  TrussDeck deck = bar(0.1, 1.5);
+  const SegmentCards first{
+      .NSTEPS = 50, .MAXIT = 1, .KTERM = 0, .FQUIT = -1.0, .card4 = restep_card("0.125", 3, 0, "1.0")};
+  SegmentCards second = first;
+  second.factors = {-2.0};
+  second.NSTEPS = 2;
+  deck.stat({first, second});
+  const RunResult run = run_deck(deck.text());
+  EXPECT_EQ(run.status, 0) << run.progress;
+  EXPECT_EQ(count_of(run.report, " ANALYSIS CONTINUED"), 3);
+}
+
+TEST(Restep, AStepTakenOutOfBalanceDoesNotGrow) {
+  // No step of one iteration comes to rest within a tolerance below zero, and fewer than three are few.
+  TrussDeck deck = bar(0.1, 0.5);
+  deck.stat(
+      {{.STEP0 = 0.125, .NSTEPS = 2, .MAXIT = 1, .KTERM = 0, .TOLU = -1.0, .card4 = restep_card("0.5", 0, 3, "2.0")}});
+  const RunResult run = run_deck(deck.text());
+  EXPECT_EQ(run.status, 0);
+  EXPECT_FALSE(has(run.report, "NEW STEP SIZE"));
+  EXPECT_DOUBLE_EQ(progress_rows(run.progress).back().increment, 0.0625);
+}
+
 TEST(Restep, DesiredIterationsShrinkTheStepAfterConvergence) {
   // Two iterations at the yield point where one is desired: sqrt(1 / (2 - 1)) is 1; three would shrink.
   TrussDeck deck = bar(0.1, 0.5);

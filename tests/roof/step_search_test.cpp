@@ -7,6 +7,7 @@
 
 #include "run_deck.h"
 #include "scratch.h"
+#include "solve/bfgs.h"
 #include "truss_deck.h"
 
 namespace tidearc::test {
@@ -149,6 +150,78 @@ TEST(UpdateVectors, AreForgottenByARestep) {
   ASSERT_NE(second, std::string::npos);
   EXPECT_LT(run.report.find("BFGS STIFFNESS MODIFICATION"), recovered);
   EXPECT_GT(run.report.find("BFGS STIFFNESS MODIFICATION", recovered), second);
+}
+
+TEST(UpdateVectors, AreForgottenByAFactorisation) {
+  // Formed in iterations 1 and 4: iterations 5 and 6 each store a pair, and those of 2 and 3 are gone.
+  TrussDeck deck = softening_truss();
+  SegmentCards cards = modified_newton();
+  cards.KBFGS = 1;
+  cards.KISTF = 3;
+  cards.MAXIT = 6;
+  cards.KTERM = 2;
+  cards.TOLU = -1.0;
+  deck.stat({cards});
+  const RunResult run = run_static(deck.text());
+  ASSERT_EQ(progress_rows(run.progress).back().formations, 2) << run.progress;
+  EXPECT_EQ(bfgs.NBFGS, 2);
+}
+
+TEST(UpdateVectors, AreForgottenAtAnEvent) {
+  // The bars yield at 450 in iteration 2, behind the pair of iteration 1; the pairs of 2, 3 and 4 follow.
+  TrussDeck deck;
+  deck.node(-10, 0, 0);
+  deck.node(0, 0, 0.5);
+  deck.node(10, 0, 0);
+  deck.fix(1, "111111");
+  deck.fix(2, "110111");
+  deck.fix(3, "111111");
+  deck.material(1000000, 0.9, 450, 450);
+  deck.section(1);
+  deck.bar(1, 2, 1, 1, 1);
+  deck.bar(2, 3, 1, 1, 1);
+  deck.pattern(2, 0, 0, -40.0);
+  SegmentCards cards = modified_newton();
+  cards.KBFGS = 1;
+  cards.KEVENT = 1;
+  cards.MAXIT = 5;
+  cards.KTERM = 2;
+  cards.TOLU = -1.0;
+  deck.stat({cards});
+  const RunResult run = run_static(deck.text());
+  const std::size_t event = run.report.rfind("EVENT PREDICTED");
+  ASSERT_NE(event, std::string::npos);
+  ASSERT_GT(event, run.report.find("BFGS STIFFNESS MODIFICATION"));
+  ASSERT_LT(event, run.report.find("BEGIN ITERATION NO.  3"));
+  EXPECT_EQ(bfgs.NBFGS, 3);
+}
+
+TEST(UpdateVectors, LeaveWhatIsImposed) {
+  // Bars of EA/L 100 and 200 in a row, which yield at 1 and 2; node 3 is imposed, node 2 follows. The force on node 3
+  // changes in every iteration, and is no part of a pair.
+  TrussDeck deck;
+  deck.node(0, 0, 0);
+  deck.node(10, 0, 0);
+  deck.node(20, 0, 0);
+  deck.fix(1, "111111");
+  deck.fix(2, "011111");
+  deck.fix(3, "011111");
+  deck.material(1000, 0.1, 1, 1);
+  deck.section(1);
+  deck.section(2);
+  deck.bar(1, 2);
+  deck.bar(2, 3, 1, 2);
+  deck.prescribe(3, 1, 0.1);
+  SegmentCards cards = modified_newton();
+  cards.KBFGS = 1;
+  cards.factors = {};
+  cards.pfactors = {1.0};
+  deck.stat({cards});
+  const RunResult run = run_static(deck.text());
+  ASSERT_EQ(run.status, 0) << run.errors;
+  EXPECT_GE(count_of(run.report, "BFGS STIFFNESS MODIFICATION"), 2);
+  EXPECT_EQ(run.U.at(1), 0.1);
+  EXPECT_NEAR(run.U.at(0), 19.1 / 210.0, 1e-7) << "200 (0.1 - u) = 1 + 10 (u - 0.01)";
 }
 
 TEST(UpdateVectors, OfAnIterationWithAnEventAreNotKept) {
@@ -296,6 +369,58 @@ TEST(LineSearch, DoesNotScaleTheLevelNorWhatItImposes) {
   // Equilibrium: the thin bar carries 1 + 10 (u - 0.01) at most, the thick one 2 before it yields: 200 (0.1 - u) =
   // 1 + 10 (u - 0.01) gives u = 19.1 / 210.
   EXPECT_NEAR(run.U.at(0), 19.1 / 210.0, 1e-7);
+}
+
+TEST(LineSearch, ListsTheUnbalancesOfEachTrial) {
+  SegmentCards cards = searching(5, 0.1, 10.0, 0.01);
+  cards.NTOP = 1;
+  const RunResult run = search_in_yielding_bar(cards);
+  EXPECT_EQ(count_of(run.top, "    1\n"), 5) << "iteration 1, three trials of iteration 2, step end\n" << run.top;
+}
+
+TEST(LineSearch, ATrialAtTheToleranceItselfIsNotBelowIt) {
+  // Perfect plasticity leaves exactly 0.5: the search goes on, although the iteration then has converged.
+  TrussDeck deck = loaded_bar(1.5, 0.0, 1.0);
+  SegmentCards cards = searching(1, 0.1, 10.0, 0.01);
+  cards.USCALE = 1.0;
+  cards.TOLU = 0.5;
+  deck.stat({cards});
+  const RunResult run = run_static(deck.text());
+  EXPECT_EQ(run.status, 0) << run.progress;
+  EXPECT_EQ(progress_rows(run.progress).size(), 1U);
+  EXPECT_EQ(count_of(run.report, "DID NOT CONVERGE AFTER   1 TRIES"), 1);
+}
+
+TEST(LineSearch, ATrialTooFarOutOfBalanceResteps) {
+  // Length 30 of an iteration that takes a tenth of the way leaves -0.9, where 0.45 was.
+  SegmentCards cards = searching(5, 0.1, 30.0, 0.01);
+  cards.KTERM = 0;
+  cards.card4 = "       0.5     0.001    1    0                        0                           0.6";
+  const RunResult run = search_in_yielding_bar(cards);
+  const std::size_t refused = run.report.find("RESTEPPING DUE TO LARGE UNBALANCE");
+  ASSERT_NE(refused, std::string::npos) << run.report;
+  EXPECT_LT(run.report.find("LINE SEARCH NO.     3"), refused);
+  EXPECT_NE(run.report.find("STATE AT BEGINNING OF STEP RECOVERED", refused), std::string::npos);
+}
+
+TEST(LineSearch, OfTrialsThatAreAllLostTakesNone) {
+  // Perfect plasticity: behind yield, in the second step, the stiffness is zero, and no length of the increment is a
+  // number.
+  for (const int KTERM : {1, 2}) {
+    TrussDeck deck = loaded_bar(3.0, 0.0, 1.0);
+    SegmentCards cards = searching(3, 0.1, 10.0, 0.01);
+    cards.KISTF = 1;
+    cards.KTERM = KTERM;
+    cards.MAXIT = 4;
+    cards.STEP0 = 0.25;
+    cards.NSTEPS = 2;
+    deck.stat({cards});
+    const RunResult run = run_static(deck.text());
+    EXPECT_EQ(run.status, 4);
+    EXPECT_NE(run.report.find("DID NOT CONVERGE AFTER   3 TRIES"), std::string::npos);
+    EXPECT_NE(run.report.find("SOLUTION IS NOT FINITE"), std::string::npos) << run.report;
+    EXPECT_NEAR(run.U.at(0), 0.0075, 1e-15) << "the state at the start of the step";
+  }
 }
 
 }  // namespace

@@ -80,6 +80,19 @@ TEST(ActiveColumns, ReduceAsDescribed) {
   }
 }
 
+TEST(ActiveColumns, ReduceManyColumnsTogetherAsDescribed) {
+  Random random(8);
+  for (int trial = 0; trial < 30; ++trial) {
+    const int n = random_int(random, 44, 260);  // several groups of columns, ragged at the end
+    ProfileSystem system = test::random_profile(random, n, random_int(random, 2, n));
+    test::fill_dominant(system, random, 0.3);
+    const Described described(system);
+    const ActiveColumnResult result = active_column_solver(view(system.A), {}, system.diagonals(), n, true, false);
+    ASSERT_EQ(system.A, described.A.A) << "trial " << trial;
+    ASSERT_EQ(result.count, described.count);
+  }
+}
+
 TEST(ActiveColumns, SolveToRoundOff) {
   Random random(6);
   for (int trial = 0; trial < 1000; ++trial) {

@@ -1,6 +1,8 @@
 // Every bit of the solver against the plain loop, with every table of loops that this machine can run.
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <vector>
 
@@ -208,6 +210,34 @@ TEST(Bits, OfQuotientsOfAnySize) {
         ASSERT_EQ(std::memcmp(&values[i], &plain.A[i], sizeof(double)), 0)
             << kernels->name << " trial " << trial << ": " << values[i] << " " << plain.A[i];
       }
+    });
+  }
+}
+
+// g / d that lies next to the middle of two numbers: with d odd and x its inverse modulo 2^54, d x = 2^54 g + 1, so
+// that g / d differs from x / 2^54, which has one bit too many, by one part in 2^106. No quotient comes closer.
+TEST(Bits, OfTheQuotientsThatAreHardestToRound) {
+  Random random(38);
+  for (int trial = 0; trial < 500; ++trial) {
+    const std::uint64_t d = (random() >> 11) | (std::uint64_t{1} << 52) | 1;
+    std::uint64_t x = d;  // Newton's iteration doubles the bits that are right
+    for (int k = 0; k < 6; ++k) x *= 2 - d * x;
+    x &= (std::uint64_t{1} << 54) - 1;
+    if (x < std::uint64_t{1} << 53) x = (std::uint64_t{1} << 54) - x;  // then d x = 2^54 g - 1
+    const long double product = std::ldexp(static_cast<long double>(d), -54) * static_cast<long double>(x);
+    const double g = static_cast<double>(std::round(product));
+    ProfileSystem system{9, {1}, {static_cast<double>(d)}};
+    for (int c = 2; c <= 9; ++c) {
+      for (int r = 1; r <= c; ++r) system.A.push_back(r == c ? 1.0 : r > 1 ? 0.0 : std::ldexp(c % 2 == 0 ? g : -g, c));
+      system.IDIAG.push_back(static_cast<int>(system.A.size()));
+    }
+    const std::vector<int> status(9, 0), MSTAT(9, -9);
+    ProfileSystem plain = system;
+    test::plain_factor(plain, status, 1, 1);
+    with_every_kernel([&] {
+      std::vector<double> values = system.A;
+      reduce_symmetric(system.view(values), view(MSTAT), 1, 1);
+      ASSERT_TRUE(same_bits(values, plain.A)) << kernels->name << " trial " << trial;
     });
   }
 }

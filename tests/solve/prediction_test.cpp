@@ -45,6 +45,7 @@ TEST(Prediction, TellsTheIterationsThatALinearDecayStillNeeds) {
 TEST(Prediction, RestepsWhenTheEstimatePassesTheLimit) {
   test::Scratch scratch;
   EXPECT_TRUE(predict({10, 9}, 0.5, rules_from_second));  // n = 8: 2 + 9 is above 10
+  EXPECT_FALSE(predict({10, 9}, 1.5, rules_from_second)) << "n = 7: 2 + 8 is not";
 }
 
 TEST(Prediction, GraceAllowsAnEstimateWithinItsShareOfTheIterations) {
@@ -62,12 +63,32 @@ TEST(Prediction, ARepeatedUnbalanceDiverges) {
   EXPECT_EQ(test::trimmed(scratch.report()), "     CONVERGENCE PREDICTION - SOLUTION IS DIVERGING\n\n");
 }
 
+TEST(Prediction, AnEstimateIsCutTowardsZeroOnBothSides) {
+  test::Scratch scratch;
+  // (9 - 8.5) / 1 and (9 - 9.5) / 1: no iteration, and one more.
+  EXPECT_FALSE(predict({10, 9}, 8.5, rules_from_second));
+  EXPECT_FALSE(predict({10, 9}, 9.5, rules_from_second));
+  const std::string one = "     CONVERGENCE PREDICTION -    1 MORE ITERATIONS TO CONVERGE\n";
+  EXPECT_EQ(scratch.report(), one + one);
+}
+
+TEST(Prediction, ANegativeEstimateDiverges) {
+  test::Scratch scratch;
+  EXPECT_TRUE(predict({10, 5}, 20, rules_from_second));  // (5 - 20) / 5 = -3
+  EXPECT_FALSE(predict({10, 5}, 10, rules_from_second)) << "-1, and one more, is told alike but decides nothing";
+  const std::string line = "     CONVERGENCE PREDICTION - SOLUTION IS DIVERGING\n\n";
+  EXPECT_EQ(test::trimmed(scratch.report()), line + line);
+}
+
 TEST(Prediction, BeforeItsIterationItOnlyPrints) {
   test::Scratch scratch;
   PredictionRules rules = rules_from_second;
   rules.KPRED = 3;
   EXPECT_FALSE(predict({10, 10}, 1, rules));
-  EXPECT_FALSE(predict({10, 9.9}, 1, rules));
+  EXPECT_FALSE(predict({10, 9.75}, 1, rules));
+  EXPECT_EQ(test::trimmed(scratch.report()),
+            "     CONVERGENCE PREDICTION - SOLUTION IS DIVERGING\n\n"
+            "     CONVERGENCE PREDICTION -   36 MORE ITERATIONS TO CONVERGE\n");
 }
 
 TEST(Prediction, AnUnbalanceThatIsNotANumberDiverges) {

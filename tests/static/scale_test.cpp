@@ -244,8 +244,11 @@ TEST_F(StepControl, TheCriticalVectorReachesItsTarget) {
   EXPECT_EQ(scaling.KCRIT, 2);
   EXPECT_EQ(step.DL, (-0.5 + 0.125) / -40.0) << "the trial of sign + would take the load away";
   EXPECT_TRUE(has_line(scratch.report(), "     CRITICAL VECTOR =    2"));
-  take({0.0, -0.2});
-  EXPECT_DOUBLE_EQ(scaling.SREM[1], 0.3);
+  for (step.NS = 1; step.NS <= 2; ++step.NS) {
+    begin_step();
+    take({0.0, -0.2});
+    EXPECT_DOUBLE_EQ(scaling.SREM[1], 0.3) << "each step begins its account anew";
+  }
 }
 
 TEST_F(StepControl, OneVectorIsNotNamed) {
@@ -362,6 +365,8 @@ TEST_F(StepControl, AnIterationDoesNoWork) {
   EXPECT_EQ(du(1) + 2.0 * du(2), 0.0);
   take({2.0, -1.0});
   EXPECT_EQ(scaling.WREM, 0.0) << "nor is any left after an event";
+  take({1.0, 1.0});
+  EXPECT_EQ(scaling.WREM, -3.0) << "work that was done is taken back";
 }
 
 TEST_F(StepControl, WorkThatTheReferenceLoadCannotDoTakesNoLoad) {

@@ -46,7 +46,8 @@ TEST(TrussEvents, AnElasticIncrementHasNone) {
 }
 
 TEST(TrussEvents, AFractionOf0999999CountsAsNone) {
-  EXPECT_EQ(event_of({1.0, 0.0, 0.999999, -1.0, 0}, elastic(0.0), 1.0, given).factor, 1.0);
+  EXPECT_EQ(event_of({1.0, 0.0, 0.999999, -1.0, 0}, elastic(0.0), 1.0).factor, 1.0);
+  EXPECT_NEAR(event_of({1.0, 0.0, 0.999998, -1.0, 0}, elastic(0.0), 1.0).factor, 0.999998999998, 1e-14);
   const ElementEvent event = event_of({1.0, 0.0, 0.9, -1.0, 0}, elastic(0.0), 1.0, given);
   EXPECT_NEAR(event.factor, 0.901, 1e-12);
 }
@@ -73,6 +74,7 @@ TEST(TrussEvents, ABuckledStrutHasOneWhereItIsStraightAgain) {
   EXPECT_EQ(event.code, event_unloading);
   EXPECT_EQ(event_of(strut, yielded(-0.5, 0.03), 0.02).factor, 1.0) << "its shortening lasts";
   EXPECT_EQ(event_of(strut, yielded(-0.5, 0.03), -0.02).factor, 1.0) << "buckles on";
+  EXPECT_NEAR(event_of(strut, yielded(1.0, 0.03), -0.01, given).factor, 0.2, 1e-15) << "in tension it unloads at once";
 }
 
 TEST(TrussEvents, FailedElementsAndBranchesWithoutStiffnessHaveNone) {
@@ -89,10 +91,16 @@ TEST(TrussEvents, AStateOutsideItsBoundIsTroubleAndNoEvent) {
   EXPECT_TRUE(trouble.found);
   EXPECT_DOUBLE_EQ(trouble.fraction, -1.0);
   EXPECT_EQ(trouble.bound, 1.0);
+  trouble = {};
+  branch_event(law, elastic(1.0 + 1.0e-8), 0.01, none, trouble);
+  EXPECT_TRUE(trouble.found) << "more than 1E-9 of the increment outside";
 }
 
 TEST(TrussEvents, RoundingOutsideTheBoundIsNoTrouble) {
   EXPECT_LT(event_of(law, elastic(1.0 + 1e-12), 0.01).factor, 1e-5);
+  EXPECT_LT(event_of(law, elastic(1.0 + 5.0e-10), 0.01).factor, 1e-5);
+  const double small[2] = {1.0e-12, 0.0};
+  EXPECT_EQ(event_of(law, elastic(1.0 + 5.0e-10), 0.01, small).factor, 0.0) << "an increment is not turned round";
 }
 
 TEST(TrussEvents, AnElementWithoutYieldHasNone) {
