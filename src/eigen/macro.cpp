@@ -117,7 +117,11 @@ void EIGN() {
   }
   echo(job);
   if (judging() && !input_is_sound(job)) CLOSUP();
-  if (!executing()) return;
+  if (!executing()) {
+    if (!run.check_run)
+      complain(not_on_deck, "no eigenvalue analysis: an analysis before it, or the model, has failed");
+    return;
+  }
   form_stiffness();
   stop_unless_positive(assembled_stiffness());
   if (job.KSTURM != 0 && eigen.FCUT != 0.0) {

@@ -74,20 +74,30 @@ void print_cycle(int cycle, const EigenJob& job) {
   write(units.NDOUT, "1(4E20.8)", eigen_values(eigen.RESIDUALS, job).span());
 }
 
+/// Eigenvalues and vectors of the subspace of X and its loads Y; false when the masses on it are not positive. Only
+/// vectors that have run into one are made orthonormal first.
+bool solve_on_subspace(RealTable X, RealTable Y, RealTable Z, Reals values, const EigenJob& job) {
+  const RealTable stiffness = small_matrix(eigen.STIFFNESS, job);
+  const RealTable mass = small_matrix(eigen.MASS, job);
+  const Reals scratch = pool.reals(arrays.WORK, sizes.NEQ);
+  project(X, Y, mass_by_equation(), stiffness, mass, scratch);
+  if (solve_small_problem(stiffness, mass, Z, values)) return true;
+  orthonormalise(X, Y, mass_by_equation(), scratch);
+  project(X, Y, mass_by_equation(), stiffness, mass, scratch);
+  return solve_small_problem(stiffness, mass, Z, values);
+}
+
 /// One cycle; true when the wanted eigenvalues have settled.
 bool run_cycle(const Profile<double>& K, int cycle, const EigenJob& job) {
   const RealTable X = eigen_vectors(eigen.SHAPES, job);
   const RealTable Y = eigen_vectors(eigen.LOADS, job);
   const RealTable Z = small_matrix(eigen.ROTATION, job);
-  const RealTable stiffness = small_matrix(eigen.STIFFNESS, job);
-  const RealTable mass = small_matrix(eigen.MASS, job);
   const Reals values = eigen_values(eigen.VALUES, job);
   const Reals last = eigen_values(eigen.LAST, job);
   const Reals residuals = eigen_values(eigen.RESIDUALS, job);
   solve_all(K, job);
-  project(X, Y, mass_by_equation(), stiffness, mass, equation_vector(arrays.WORK));
   RCOPY(last.data(), values.data(), job.NSUB);
-  if (!solve_small_problem(stiffness, mass, Z, values)) {
+  if (!solve_on_subspace(X, Y, Z, values, job)) {
     terminate("PROJECTED MATRICES ARE NOT DEFINITE.",
               "eigenvalue analysis: the projected matrices of cycle " + std::to_string(cycle) +
                   " are not definite: masses below zero, or a matrix that cannot be reduced");

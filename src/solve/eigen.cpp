@@ -53,6 +53,28 @@ double largest_magnitude(ConstReals vector) {
   return largest;
 }
 
+void scale(Reals x, Reals y, double factor) {
+  for (double& value : x) value *= factor;
+  for (double& value : y) value *= factor;
+}
+
+void subtract(Reals from, ConstReals what, double factor) {
+  for (int e = 1; e <= from.size(); ++e) from(e) -= factor * what(e);
+}
+
+void weigh(ConstReals x, ConstReals M, Reals weighed) {
+  for (int e = 1; e <= x.size(); ++e) weighed(e) = M(e) * x(e);
+}
+
+/// Scales a vector to unit mass, and its loads with it; false when it has none.
+bool scale_to_unit_mass(Reals x, Reals y, ConstReals M, Reals scratch) {
+  weigh(x, M, scratch);
+  const double square = DOT(x.data(), scratch.data(), x.size());
+  if (!(square > 0.0)) return false;
+  scale(x, y, 1.0 / std::sqrt(square));
+  return true;
+}
+
 }  // namespace
 
 int subspace_size(int NFREQ, int NMASS) {
@@ -66,7 +88,7 @@ int count_masses(ConstReals M) {
 
 int first_not_positive(const Profile<const double>& K) {
   for (int e = 1; e <= K.NEQ; ++e) {
-    if (!(K.diagonal(e) > 0.0)) return e;
+    if (!(K.diagonal(e) > 0.0) || !std::isfinite(K.diagonal(e))) return e;
   }
   return 0;
 }
@@ -97,10 +119,28 @@ void starting_loads(const Profile<const double>& K, ConstReals M, RealTable Y, R
   }
 }
 
+void orthonormalise(RealTable X, RealTable Y, ConstReals M, Reals scratch) {
+  constexpr int passes = 2;  // the first one leaves the rounding of what it takes away, the second takes that away
+  for (int j = 1; j <= X.columns(); ++j) {
+    const Reals x = X.column(j);
+    const Reals y = Y.column(j);
+    bool heavy = scale_to_unit_mass(x, y, M, scratch);
+    for (int pass = 1; pass <= passes && heavy; ++pass) {
+      for (int i = 1; i < j; ++i) {
+        weigh(x, M, scratch);
+        const double part = DOT(X.column(i).data(), scratch.data(), x.size());
+        subtract(x, X.column(i), part);
+        subtract(y, Y.column(i), part);
+      }
+      heavy = scale_to_unit_mass(x, y, M, scratch);
+    }
+  }
+}
+
 void project(ConstRealTable X, ConstRealTable Y, ConstReals M, RealTable stiffness, RealTable mass, Reals scratch) {
   const int N = X.rows();
   for (int j = 1; j <= X.columns(); ++j) {
-    for (int e = 1; e <= N; ++e) scratch(e) = M(e) * X(e, j);
+    weigh(X.column(j), M, scratch);
     for (int i = 1; i <= j; ++i) {
       const ConstReals xi = X.column(i);
       stiffness(i, j) = stiffness(j, i) = DOT(xi.data(), Y.column(j).data(), N);

@@ -33,6 +33,12 @@ void subtract_mass(const Profile<double>& K, ConstReals M, double shift);
 /// @param ratio  scratch, N entries
 void starting_loads(const Profile<const double>& K, ConstReals M, RealTable Y, Reals ratio);
 
+/// Makes the columns of X orthonormal in the masses, each behind those before it; the loads Y = K X take the same
+/// combinations. For columns that are nearly one vector, such as the solutions of a structure that hardly resists one
+/// motion: what they have beside it would be lost in the products of project. A column without mass is left as it is.
+/// @param scratch  N entries
+void orthonormalise(RealTable X, RealTable Y, ConstReals M, Reals scratch);
+
 /// Small matrices of the subspace that X = K^-1 Y spans: stiffness X^T Y and mass X^T M X.
 /// @param scratch  N entries
 void project(ConstRealTable X, ConstRealTable Y, ConstReals M, RealTable stiffness, RealTable mass, Reals scratch);

@@ -147,6 +147,36 @@ TEST(Modes, OfARigidBodyNeedAShift) {
   for (const auto& row : modes[0].shape) EXPECT_NEAR(row[0], 1.0 / std::sqrt(6.0), 1e-5);
 }
 
+// Solutions of the first cycle are almost nothing but the motion that the structure hardly resists: a stiff row free
+// but for a shift that is small beside its frequencies, and a stiff row on one soft spring.
+TEST(Modes, OfAStiffRowThatHardlyStandsAreFound) {
+  for (const double k : {1.0E4, 1.0E6, 1.0E8, 1.0E10}) {
+    SpringDeck deck = spring_chain(6, k, 1.0, false);
+    deck.want(3, 0.0, 1.0E-5 * std::sqrt(k));
+    const RunResult run = run_deck(deck.text());
+    ASSERT_EQ(run.status, 0) << k << run.errors;
+    const auto modes = printed_modes(run.report);
+    ASSERT_EQ(modes.size(), 3U) << k;
+    EXPECT_NEAR(modes[0].circular / std::sqrt(k), 0.0, 1e-5) << k;
+    for (int i = 1; i <= 2; ++i)
+      EXPECT_NEAR(modes[static_cast<std::size_t>(i)].circular / (2 * std::sqrt(k) * std::sin(i * pi / 12.0)), 1.0,
+                  four_digits)
+          << k;
+  }
+  for (const double ground : {1000.0, 100.0, 10.0}) {
+    SpringDeck deck = spring_chain(8, 1.0E8, 1.0, false);
+    deck.spring(1, deck.point(0.0, 0.0, 0.0, "111111"), ground);
+    deck.want(2);
+    const RunResult run = run_deck(deck.text());
+    ASSERT_EQ(run.status, 0) << ground << run.errors;
+    const auto modes = printed_modes(run.report);
+    ASSERT_EQ(modes.size(), 2U) << ground;
+    // All masses move as one on the soft spring; the row's own first motion hardly knows of it.
+    EXPECT_NEAR(modes[0].circular / std::sqrt(ground / 8.0), 1.0, 1e-3) << ground;
+    EXPECT_NEAR(modes[1].circular / (2 * std::sqrt(1.0E8) * std::sin(pi / 16.0)), 1.0, four_digits) << ground;
+  }
+}
+
 TEST(Modes, AreTheSameWithAShiftAndWithout) {
   SpringDeck deck = spring_chain(20, 100.0, 1.0);
   deck.want(3);
