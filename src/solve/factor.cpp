@@ -33,10 +33,6 @@ ZeroPivot reduce_symmetric(const Profile<double>& K, ConstIntegers MSTAT, int KF
   return reduce_panels_within(K, {MSTAT, D, KFIRST, KROW0});
 }
 
-void reduce_against(const Profile<double>& target, const Profile<const double>& source, const ReductionRange& range) {
-  reduce_panels_against(target, source, range);
-}
-
 ZeroPivot reduce_within(const Profile<double>& K, const ReductionRange& range) {
   for (int c = K.first; c <= K.NEQ; ++c) range.D(c) = K.diagonal(c);
   return reduce_panels_within(K, range);

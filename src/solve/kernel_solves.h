@@ -31,20 +31,7 @@ void add_column_sums(const double* const* a, const double* x, int r1, int r2, do
 }
 
 void column_sums_of(const Strip& strip, const double* x, int r1, int r2, double* s, long ahead) {
-  switch (strip.count) {
-    case 1:
-      return add_column_sums<1>(strip.column, x, r1, r2, s, ahead);
-    case 2:
-      return add_column_sums<2>(strip.column, x, r1, r2, s, ahead);
-    case 3:
-      return add_column_sums<3>(strip.column, x, r1, r2, s, ahead);
-    case 4:
-      return add_column_sums<4>(strip.column, x, r1, r2, s, ahead);
-    case 5:
-      return add_column_sums<5>(strip.column, x, r1, r2, s, ahead);
-    default:
-      return add_column_sums<6>(strip.column, x, r1, r2, s, ahead);
-  }
+  with_columns(strip.count, [&]<int N>(Columns<N>) { add_column_sums<N>(strip.column, x, r1, r2, s, ahead); });
 }
 
 // A column of the strip starts below the strip's first row.
@@ -127,20 +114,7 @@ void take_columns(const double* const* a, double* r, const double* x, int r1, in
 }
 
 void subtract_columns_of(const Strip& strip, double* r, const double* x, int r1, int r2, long ahead) {
-  switch (strip.count) {
-    case 1:
-      return take_columns<1>(strip.column, r, x, r1, r2, ahead);
-    case 2:
-      return take_columns<2>(strip.column, r, x, r1, r2, ahead);
-    case 3:
-      return take_columns<3>(strip.column, r, x, r1, r2, ahead);
-    case 4:
-      return take_columns<4>(strip.column, r, x, r1, r2, ahead);
-    case 5:
-      return take_columns<5>(strip.column, r, x, r1, r2, ahead);
-    default:
-      return take_columns<6>(strip.column, r, x, r1, r2, ahead);
-  }
+  with_columns(strip.count, [&]<int N>(Columns<N>) { take_columns<N>(strip.column, r, x, r1, r2, ahead); });
 }
 
 // Many loads, those of one equation side by side: W vectors of eight from `x` on, and a rest one by one.
@@ -190,20 +164,7 @@ void sums_of_loads(const double* const* a, const double* x, int loads, int r1, i
 
 void column_sums_many_of(const double* const* a, int count, const double* x, int loads, int r1, int r2, double* s) {
   if (r2 < r1) return;
-  switch (count) {
-    case 1:
-      return sums_of_loads<1>(a, x, loads, r1, r2, s);
-    case 2:
-      return sums_of_loads<2>(a, x, loads, r1, r2, s);
-    case 3:
-      return sums_of_loads<3>(a, x, loads, r1, r2, s);
-    case 4:
-      return sums_of_loads<4>(a, x, loads, r1, r2, s);
-    case 5:
-      return sums_of_loads<5>(a, x, loads, r1, r2, s);
-    default:
-      return sums_of_loads<6>(a, x, loads, r1, r2, s);
-  }
+  with_columns(count, [&]<int N>(Columns<N>) { sums_of_loads<N>(a, x, loads, r1, r2, s); });
 }
 
 template <int N, int W>
@@ -250,18 +211,28 @@ void take_from_loads(double* r, const double* const* a, const double* x, int loa
 void subtract_columns_many_of(double* r, const double* const* a, int count, const double* x, int loads, int r1,
                               int r2) {
   if (r2 < r1) return;
-  switch (count) {
-    case 1:
-      return take_from_loads<1>(r, a, x, loads, r1, r2);
-    case 2:
-      return take_from_loads<2>(r, a, x, loads, r1, r2);
-    case 3:
-      return take_from_loads<3>(r, a, x, loads, r1, r2);
-    case 4:
-      return take_from_loads<4>(r, a, x, loads, r1, r2);
-    case 5:
-      return take_from_loads<5>(r, a, x, loads, r1, r2);
-    default:
-      return take_from_loads<6>(r, a, x, loads, r1, r2);
-  }
+  with_columns(count, [&]<int N>(Columns<N>) { take_from_loads<N>(r, a, x, loads, r1, r2); });
+}
+
+// The table of this kind of vector unit.
+constexpr Kernels table_of(const char* name) {
+  return {name,
+          product_of,
+          product_pivot_of,
+          product_profile_pivot_of,
+          subtract_from,
+          divide_by,
+          divide_by_profile,
+          panel_products_of,
+          pack_of,
+          scale_of,
+          sum_strip_of,
+          factor_strip_of,
+          finish_strip_of,
+          column_sums_of,
+          forward_triangle_of,
+          back_triangle_of,
+          subtract_columns_of,
+          column_sums_many_of,
+          subtract_columns_many_of};
 }

@@ -11,6 +11,27 @@
 int larger(int a, int b) { return a > b ? a : b; }
 int smaller(int a, int b) { return a < b ? a : b; }
 
+// Calls act with the number of columns of a strip as a constant that the compiler knows.
+template <int N>
+struct Columns {};
+template <class Act>
+[[gnu::always_inline]] inline void with_columns(int count, Act&& act) {
+  switch (count) {
+    case 1:
+      return act(Columns<1>{});
+    case 2:
+      return act(Columns<2>{});
+    case 3:
+      return act(Columns<3>{});
+    case 4:
+      return act(Columns<4>{});
+    case 5:
+      return act(Columns<5>{});
+    default:
+      return act(Columns<strip_rows>{});
+  }
+}
+
 double* packed_row(const LaneGroup& group, int k) {
   return group.values + static_cast<long>(group_lanes) * (k - group.first_row);
 }
@@ -51,20 +72,7 @@ void run_tile(const double* const* column, const double* const* group, int count
 
 template <int G>
 void run_rows(int rows, const double* const* column, const double* const* group, int count, double* sums, int begun) {
-  switch (rows) {
-    case 1:
-      return run_tile<1, G>(column, group, count, sums, begun);
-    case 2:
-      return run_tile<2, G>(column, group, count, sums, begun);
-    case 3:
-      return run_tile<3, G>(column, group, count, sums, begun);
-    case 4:
-      return run_tile<4, G>(column, group, count, sums, begun);
-    case 5:
-      return run_tile<5, G>(column, group, count, sums, begun);
-    default:
-      return run_tile<6, G>(column, group, count, sums, begun);
-  }
+  with_columns(rows, [&]<int N>(Columns<N>) { run_tile<N, G>(column, group, count, sums, begun); });
 }
 
 // Rows from..to of a strip's columns by the first G groups of a tile. Returns how many of its groups have begun.
@@ -215,20 +223,7 @@ void finish_groups(const Strip& strip, LaneGroup* const* groups, int count, cons
 }
 
 void finish_strip_of(const Strip& strip, LaneGroup* const* groups, int count, const double* sums, bool divide) {
-  switch (strip.count) {
-    case 1:
-      return finish_groups<1>(strip, groups, count, sums, divide);
-    case 2:
-      return finish_groups<2>(strip, groups, count, sums, divide);
-    case 3:
-      return finish_groups<3>(strip, groups, count, sums, divide);
-    case 4:
-      return finish_groups<4>(strip, groups, count, sums, divide);
-    case 5:
-      return finish_groups<5>(strip, groups, count, sums, divide);
-    default:
-      return finish_groups<6>(strip, groups, count, sums, divide);
-  }
+  with_columns(strip.count, [&]<int N>(Columns<N>) { finish_groups<N>(strip, groups, count, sums, divide); });
 }
 
 // Whole blocks of eight rows: a group has room for them.

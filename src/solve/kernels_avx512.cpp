@@ -115,26 +115,7 @@ void store_rows(const Lanes* rows, const LaneGroup& group, int k) {
 // Behind the tiles.
 #include "solve/kernel_solves.h"
 
-constexpr Kernels table{"AVX-512",
-                        product_of,
-                        product_pivot_of,
-                        product_profile_pivot_of,
-                        subtract_from,
-                        divide_by,
-                        divide_by_profile,
-                        panel_products_of,
-                        pack_of,
-                        scale_of,
-                        sum_strip_of,
-
-                        factor_strip_of,
-                        finish_strip_of,
-                        column_sums_of,
-                        forward_triangle_of,
-                        back_triangle_of,
-                        subtract_columns_of,
-                        column_sums_many_of,
-                        subtract_columns_many_of};
+constexpr Kernels table = table_of("AVX-512");
 
 }  // namespace
 

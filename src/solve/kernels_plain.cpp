@@ -43,44 +43,14 @@ Lanes times(const Lanes& a, const Lanes& b) {
 Lanes quick_quotient(const Lanes& g, double pivot, double) {
   return each([&](int i) { return g.lane[i] / pivot; });
 }
-struct Sizes {
-  void add(const Lanes&) {}
-  bool safe() const { return true; }
-};
 
-#include "solve/kernel_lanes.h"
-
-void pack_rows(const LaneGroup& group, int k, double* to) { pack_lanes(group, k, to); }
-template <int R>
-void store_rows(const Lanes* x, const LaneGroup& group, int k) {
-  store_lanes<R>(x, group, k);
-}
-
+#include "solve/kernel_narrow.h"
 #include "solve/kernel_runs.h"
 #include "solve/kernel_tiles.h"
 // Behind the tiles.
 #include "solve/kernel_solves.h"
 
-constexpr Kernels table{"plain",
-                        product_of,
-                        product_pivot_of,
-                        product_profile_pivot_of,
-                        subtract_from,
-                        divide_by,
-                        divide_by_profile,
-                        panel_products_of,
-                        pack_of,
-                        scale_of,
-                        sum_strip_of,
-
-                        factor_strip_of,
-                        finish_strip_of,
-                        column_sums_of,
-                        forward_triangle_of,
-                        back_triangle_of,
-                        subtract_columns_of,
-                        column_sums_many_of,
-                        subtract_columns_many_of};
+constexpr Kernels table = table_of("plain");
 
 }  // namespace
 

@@ -275,8 +275,7 @@ PanelReduction begin_panel(const Profile<double>& K, const ColumnPanel& panel, c
 
 }  // namespace
 
-void reduce_panels_against(const Profile<double>& target, const Profile<const double>& source,
-                           const ReductionRange& range) {
+void reduce_against(const Profile<double>& target, const Profile<const double>& source, const ReductionRange& range) {
   PanelMemory& memory = panel_memory;
   for (int c = std::max(target.first, range.KFIRST); c <= target.NEQ; c += panel_columns) {
     const ColumnPanel panel = gather_columns(target, range.MSTAT, c, memory);

@@ -30,11 +30,6 @@ struct PanelMemory {
 };
 inline PanelMemory panel_memory;
 
-/// Free columns of `target` from KFIRST on at the rows of `source`, which stands before it: undivided, as
-/// reduce_against in solve/factor.h.
-void reduce_panels_against(const Profile<double>& target, const Profile<const double>& source,
-                           const ReductionRange& range);
-
 /// Free columns of K from KFIRST on against each other, divided, their pivots set in D. Rows above the first column of
 /// K are reduced already. Returns the first zero pivot that a column in rising order meets.
 ZeroPivot reduce_panels_within(const Profile<double>& K, const ReductionRange& range);

@@ -158,6 +158,18 @@ SegmentCards steps_of(int steps, double tolerance, int iterations) {
   return cards;
 }
 
+FrameDeck unloaded_row_with_held_nodes(const std::string& group) {
+  FrameDeck deck;
+  for (const double x : {0.0, 2.0, 4.0}) deck.node(x, 0, 0);
+  deck.fix(1, "111111");
+  deck.fix(2, "111111");
+  deck.fix(3, "111110");
+  deck.group(group);
+  deck.load(3, {0, 0, 0, 0, 0, 0});
+  deck.stat({one_step()});
+  return deck;
+}
+
 double moved(int node, int component) { return equation_vector(arrays.U)(equation_of(node, component)); }
 
 namespace {

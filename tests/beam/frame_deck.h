@@ -94,6 +94,10 @@ SegmentCards one_step(double tolerance = 1e-6);
 /// In `steps` equal steps.
 SegmentCards steps_of(int steps, double tolerance = 1e-6, int iterations = 40);
 
+/// A group of elements 1-2 and 2-3 over nodes at 0, 2 and 4 along X, taken through one step without load: nodes 1 and 2
+/// are held, so that the initial state of the first element stands unchanged; node 3 turns about Z alone.
+FrameDeck unloaded_row_with_held_nodes(const std::string& group);
+
 /// What stands in the work array after a run: total displacement of a node, in its axes.
 double moved(int node, int component);
 /// Record of an element by its running number, in a model whose records all have one length.

@@ -27,16 +27,6 @@ bool boxed(const std::string& report, const std::string& text) {
 }
 double cycles_per_second(double squared_circular) { return std::sqrt(squared_circular) / (2 * pi); }
 
-/// One mass on one spring, free along X.
-SpringDeck oscillator() {
-  SpringDeck deck;
-  const int wall = deck.point(0, 0, 0, "111111");
-  const int node = deck.point(1, 0, 0, "011111");
-  deck.spring(wall, node, 4.0);
-  deck.mass(node, 1.0);
-  return deck;
-}
-
 TEST(EigenCards, AreEchoed) {
   SpringDeck deck = spring_chain(4, 1.0, 1.0);
   deck.want(2, 12.5, 0.001);

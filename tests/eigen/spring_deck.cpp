@@ -94,6 +94,15 @@ std::string SpringDeck::problem() const {
 
 std::string SpringDeck::text() const { return problem() + " STOP\n"; }
 
+SpringDeck oscillator() {
+  SpringDeck deck;
+  const int wall = deck.point(0, 0, 0, "111111");
+  const int node = deck.point(1, 0, 0, "011111");
+  deck.spring(wall, node, 4.0);
+  deck.mass(node, 1.0);
+  return deck;
+}
+
 SpringDeck spring_chain(int n, double k, double m, bool held) {
   SpringDeck deck;
   int last = 0;

@@ -41,6 +41,8 @@ struct SpringDeck {
   int point_count_ = 0, mass_count_ = 0, tie_count_ = 0, system_count_ = 0;
 };
 
+/// A mass of 1 on a spring of stiffness 4 to a wall, free along X; node 1 is the wall, node 2 the mass.
+SpringDeck oscillator();
 /// n masses m in a row along X, springs of stiffness k between them, and to walls at both ends when held; they move
 /// along X alone. Node 1 is the left wall; a free row has no walls, and node 1 is the first mass.
 SpringDeck spring_chain(int n, double k, double m, bool held = true);

@@ -25,16 +25,6 @@ RunResult run_of(const SpringDeck& deck) {
   return run;
 }
 
-/// One mass on one spring, free along X.
-SpringDeck oscillator() {
-  SpringDeck deck;
-  const int wall = deck.point(0, 0, 0, "111111");
-  const int node = deck.point(1, 0, 0, "011111");
-  deck.spring(wall, node, 4.0);
-  deck.mass(node, 1.0);
-  return deck;
-}
-
 TEST(StorageSchemes, GiveTheSameModes) {
   SpringDeck deck = spring_chain(12, 7.0, 2.0);
   deck.want(4);

@@ -43,13 +43,7 @@ std::string progress(const std::string& text) {
 
 /// Two bars in line that yield one after the other and harden, the second at its own pace.
 TrussDeck two_bars(const SegmentCards& segment) {
-  TrussDeck deck;
-  deck.node(0, 0, 0);
-  deck.node(10, 0, 0);
-  deck.node(20, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "011111");
-  deck.fix(3, "011111");
+  TrussDeck deck = nodes_in_a_row(20.0);
   deck.material(1000, 0.1, 1.0, 1.0);
   deck.material(1000, 0.05, 1.25, 1.25);
   deck.section(1);

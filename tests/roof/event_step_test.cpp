@@ -222,21 +222,7 @@ TEST(Events, AreFoundInDisplacementSteps) {
 }
 
 /// The shallow truss under 40: its bars, which turn and soften, reach their yield force of 450 in a later iteration.
-TrussDeck shallow_truss() {
-  TrussDeck deck;
-  deck.node(-10, 0, 0);
-  deck.node(0, 0, 0.5);
-  deck.node(10, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "110111");
-  deck.fix(3, "111111");
-  deck.material(1000000, 0.9, 450, 450);
-  deck.section(1);
-  deck.bar(1, 2, 1, 1, 1);
-  deck.bar(2, 3, 1, 1, 1);
-  deck.pattern(2, 0, 0, -40.0);
-  return deck;
-}
+TrussDeck shallow_truss() { return two_bar_truss(40.0, 0.0, 0.9, 450.0); }
 
 TEST(Events, OfALaterIterationTakeBackOnlyTheirOwnLoad) {
   // The load increment of that iteration is 0: what the step had applied before must not be lost with it.

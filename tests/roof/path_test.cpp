@@ -28,23 +28,6 @@ double closed_form(double w) {
   return 2.0e6 * x * (1.0 / std::sqrt(100.0 + x * x) - 1.0 / std::sqrt(100.25));
 }
 
-/// The truss with its apex at (x, 0.5), free in Z, and in X too when it is not symmetric.
-TrussDeck two_bars(double x = 0.0) {
-  TrussDeck deck;
-  deck.node(-10, 0, 0);
-  deck.node(x, 0, 0.5);
-  deck.node(10, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, x == 0.0 ? "110111" : "010111");
-  deck.fix(3, "111111");
-  deck.material(1000000);
-  deck.section(1);
-  deck.bar(1, 2, 1, 1, 1);
-  deck.bar(2, 3, 1, 1, 1);
-  deck.pattern(2, 0, 0, -full_load);
-  return deck;
-}
-
 /// Steps of 0.04 along the path by arc length; every mode below changes this.
 SegmentCards path_segment() {
   SegmentCards cards;
@@ -86,7 +69,7 @@ std::vector<PathPoint> path_of(const RunResult& run) {
 /// The mode traces the whole path: 24 points on the closed form, up to the first limit, down to the second and up
 /// again.
 void expect_whole_path(const SegmentCards& cards) {
-  TrussDeck deck = two_bars();
+  TrussDeck deck = two_bar_truss(full_load);
   deck.stat({cards});
   const RunResult run = run_static(deck.text());
   ASSERT_EQ(run.status, 0) << run.errors << run.report;
@@ -126,7 +109,7 @@ TEST(Path, ByAnArcOfTheFirstTangent) {
   const double stiffness = 2.0e6 * 0.25 / std::pow(100.25, 1.5);
   cards.ARCL = 0.0;
   cards.STEP0 = 0.04 * stiffness / full_load;
-  TrussDeck deck = two_bars();
+  TrussDeck deck = two_bar_truss(full_load);
   deck.stat({cards});
   const RunResult run = run_static(deck.text());
   ASSERT_EQ(run.status, 0) << run.errors;
@@ -180,7 +163,7 @@ TEST(Path, WithGrowingLoadReachesTheLimitAndNotBeyond) {
   SegmentCards cards = path_segment();
   cards.KDIR = 1;
   cards.NSTEPS = 5;
-  TrussDeck deck = two_bars();
+  TrussDeck deck = two_bar_truss(full_load);
   deck.stat({cards});
   const RunResult run = run_static(deck.text());
   ASSERT_EQ(run.status, 0) << run.errors;
@@ -196,7 +179,7 @@ TEST(Path, OfALoadStepThatIteratesOnItsArc) {
   cards.KDIR = 1;
   cards.STEP0 = 0.125;
   cards.NSTEPS = 3;
-  TrussDeck deck = two_bars();
+  TrussDeck deck = two_bar_truss(full_load);
   deck.stat({cards});
   const RunResult run = run_static(deck.text());
   ASSERT_EQ(run.status, 0) << run.errors;
@@ -214,7 +197,7 @@ TEST(Path, WithConstantLoadIterationsEndsBelowTheLimit) {
   cards.KITER = 1;
   cards.KIPAR = 0;
   cards.NSTEPS = 3;
-  TrussDeck deck = two_bars();
+  TrussDeck deck = two_bar_truss(full_load);
   deck.stat({cards});
   const RunResult run = run_static(deck.text());
   ASSERT_EQ(run.status, 0) << run.errors;
@@ -223,7 +206,7 @@ TEST(Path, WithConstantLoadIterationsEndsBelowTheLimit) {
 }
 
 TEST(Path, TheTableTellsArcParameterAndPivots) {
-  TrussDeck deck = two_bars();
+  TrussDeck deck = two_bar_truss(full_load);
   deck.stat({path_segment()});
   const RunResult run = run_static(deck.text());
   int step = 0;
@@ -245,7 +228,7 @@ TEST(Path, TheTableTellsArcParameterAndPivots) {
 TEST(Path, TheLastStepIsCutAtTheFullLevel) {
   SegmentCards cards = path_segment();
   cards.NSTEPS = 60;
-  TrussDeck deck = two_bars();
+  TrussDeck deck = two_bar_truss(full_load);
   deck.stat({cards});
   const RunResult run = run_static(deck.text());
   ASSERT_EQ(run.status, 0) << run.errors;
@@ -260,7 +243,7 @@ TEST(Path, TheLastStepIsCutAtTheFullLevel) {
 // An apex that is not in the middle moves sideways too: no closed form, but the bars must carry the load that the path
 // has reached. Checked with all digits at the last step.
 RunResult expect_last_step_in_equilibrium(const SegmentCards& cards) {
-  TrussDeck deck = two_bars(2.0);
+  TrussDeck deck = two_bar_truss(full_load, 2.0);
   deck.stat({cards});
   const RunResult run = run_static(deck.text());
   EXPECT_EQ(run.status, 0) << run.errors;

@@ -13,21 +13,7 @@ namespace tidearc::test {
 namespace {
 
 /// The shallow two-bar truss with its apex at (2, 0.5), free in X and Z, under 100 downwards at full level.
-TrussDeck crooked_truss() {
-  TrussDeck deck;
-  deck.node(-10, 0, 0);
-  deck.node(2, 0, 0.5);
-  deck.node(10, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "010111");
-  deck.fix(3, "111111");
-  deck.material(1000000);
-  deck.section(1);
-  deck.bar(1, 2, 1, 1, 1);
-  deck.bar(2, 3, 1, 1, 1);
-  deck.pattern(2, 0, 0, -100.0);
-  return deck;
-}
+TrussDeck crooked_truss() { return two_bar_truss(100.0, 2.0); }
 
 /// Largest force on the apex that the bars and the load leave.
 double unbalance_of_apex(const RunResult& run) {
@@ -251,19 +237,8 @@ TEST(FatalEnd, LeavesTheStateThatWasDeterminedLast) {
 
 /// Bars of EA/L 100 and 200 from node 1 over 2 to 3, in a row along X; node 3 is imposed.
 TrussDeck imposed_row() {
-  TrussDeck deck;
-  deck.node(0, 0, 0);
-  deck.node(10, 0, 0);
-  deck.node(15, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "011111");
-  deck.fix(3, "011111");
-  deck.material(1000);
-  deck.section(1);
-  deck.bar(1, 2);
-  deck.bar(2, 3);
+  TrussDeck deck = bars_in_a_row(15.0, 1.0);
   deck.prescribe(3, 1, 0.03);
-  deck.prescribe(2, 1, 0.05);
   return deck;
 }
 
@@ -271,6 +246,7 @@ TEST(ImposedDisplacements, ChangeFromSegmentToSegment) {
   // Both patterns hold their equations in every segment, with factor 0 too: what a segment imposes stays.
   for (const int KSTEP : {1, 2}) {
     TrussDeck deck = imposed_row();
+    deck.prescribe(2, 1, 0.05);
     SegmentCards cards;
     cards.factors = {};
     cards.STEP0 = 0.25;
@@ -301,18 +277,7 @@ TEST(ImposedDisplacements, ChangeFromSegmentToSegment) {
 
 TEST(ImposedDisplacements, MoveWithTheLevelOfADisplacementStep) {
   // Node 3 alone is imposed; node 2 follows at two thirds. An arc of 0.01 of (2/3, 1): level 0.01 / (0.03 * 1.2019).
-  TrussDeck deck;
-  deck.node(0, 0, 0);
-  deck.node(10, 0, 0);
-  deck.node(15, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "011111");
-  deck.fix(3, "011111");
-  deck.material(1000);
-  deck.section(1);
-  deck.bar(1, 2);
-  deck.bar(2, 3);
-  deck.prescribe(3, 1, 0.03);
+  TrussDeck deck = imposed_row();
   SegmentCards cards = long_arcs();
   cards.KTERM = 1;
   cards.factors = {};

@@ -15,19 +15,12 @@ namespace {
 
 /// The shallow two-bar truss with its apex beside the middle, under a load not far below its limit: the stiffness falls
 /// to a small part of the first one.
-TrussDeck softening_truss(double load = 45.0) {
-  TrussDeck deck;
-  deck.node(-10, 0, 0);
-  deck.node(1, 0, 0.5);
-  deck.node(10, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "010111");
-  deck.fix(3, "111111");
-  deck.material(1000000);
-  deck.section(1);
-  deck.bar(1, 2, 1, 1, 1);
-  deck.bar(2, 3, 1, 1, 1);
-  deck.pattern(2, 0, 0, -load);
+TrussDeck softening_truss(double load = 45.0) { return two_bar_truss(load, 1.0); }
+
+/// Bars of EA/L 100 and 200 in a row, which yield at 1 and 2; node 3 is imposed.
+TrussDeck imposed_row() {
+  TrussDeck deck = bars_in_a_row(20.0, 2.0, 0.1, 1.0);
+  deck.prescribe(3, 1, 0.1);
   return deck;
 }
 
@@ -169,18 +162,7 @@ TEST(UpdateVectors, AreForgottenByAFactorisation) {
 
 TEST(UpdateVectors, AreForgottenAtAnEvent) {
   // The bars yield at 450 in iteration 2, behind the pair of iteration 1; the pairs of 2, 3 and 4 follow.
-  TrussDeck deck;
-  deck.node(-10, 0, 0);
-  deck.node(0, 0, 0.5);
-  deck.node(10, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "110111");
-  deck.fix(3, "111111");
-  deck.material(1000000, 0.9, 450, 450);
-  deck.section(1);
-  deck.bar(1, 2, 1, 1, 1);
-  deck.bar(2, 3, 1, 1, 1);
-  deck.pattern(2, 0, 0, -40.0);
+  TrussDeck deck = two_bar_truss(40.0, 0.0, 0.9, 450.0);
   SegmentCards cards = modified_newton();
   cards.KBFGS = 1;
   cards.KEVENT = 1;
@@ -197,21 +179,8 @@ TEST(UpdateVectors, AreForgottenAtAnEvent) {
 }
 
 TEST(UpdateVectors, LeaveWhatIsImposed) {
-  // Bars of EA/L 100 and 200 in a row, which yield at 1 and 2; node 3 is imposed, node 2 follows. The force on node 3
-  // changes in every iteration, and is no part of a pair.
-  TrussDeck deck;
-  deck.node(0, 0, 0);
-  deck.node(10, 0, 0);
-  deck.node(20, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "011111");
-  deck.fix(3, "011111");
-  deck.material(1000, 0.1, 1, 1);
-  deck.section(1);
-  deck.section(2);
-  deck.bar(1, 2);
-  deck.bar(2, 3, 1, 2);
-  deck.prescribe(3, 1, 0.1);
+  // Node 2 follows. The force on node 3 changes in every iteration, and is no part of a pair.
+  TrussDeck deck = imposed_row();
   SegmentCards cards = modified_newton();
   cards.KBFGS = 1;
   cards.factors = {};
@@ -343,20 +312,8 @@ TEST(LineSearch, IsOffBehindAnEvent) {
 }
 
 TEST(LineSearch, DoesNotScaleTheLevelNorWhatItImposes) {
-  // Bars 1-2-3 in a row, yield at 1 in both, node 3 imposed: the search moves node 2 alone.
-  TrussDeck deck;
-  deck.node(0, 0, 0);
-  deck.node(10, 0, 0);
-  deck.node(20, 0, 0);
-  deck.fix(1, "111111");
-  deck.fix(2, "011111");
-  deck.fix(3, "011111");
-  deck.material(1000, 0.1, 1, 1);
-  deck.section(1);
-  deck.section(2);
-  deck.bar(1, 2);
-  deck.bar(2, 3, 1, 2);
-  deck.prescribe(3, 1, 0.1);
+  // The search moves node 2 alone.
+  TrussDeck deck = imposed_row();
   SegmentCards cards = searching(4, 0.1, 3.0, 0.01);
   cards.USCALE = 1.0;
   cards.factors = {};

@@ -163,4 +163,41 @@ TrussDeck loaded_bar(double load, double ratio, double yield) {
   return deck;
 }
 
+TrussDeck two_bar_truss(double load, double x, double ratio, double yield) {
+  TrussDeck deck;
+  deck.node(-10, 0, 0);
+  deck.node(x, 0, 0.5);
+  deck.node(10, 0, 0);
+  deck.fix(1, "111111");
+  deck.fix(2, x == 0.0 ? "110111" : "010111");
+  deck.fix(3, "111111");
+  deck.material(1000000, ratio, yield, yield);
+  deck.section(1);
+  deck.bar(1, 2, 1, 1, 1);
+  deck.bar(2, 3, 1, 1, 1);
+  deck.pattern(2, 0, 0, -load);
+  return deck;
+}
+
+TrussDeck nodes_in_a_row(double end) {
+  TrussDeck deck;
+  deck.node(0, 0, 0);
+  deck.node(10, 0, 0);
+  deck.node(end, 0, 0);
+  deck.fix(1, "111111");
+  deck.fix(2, "011111");
+  deck.fix(3, "011111");
+  return deck;
+}
+
+TrussDeck bars_in_a_row(double end, double second_area, double ratio, double yield) {
+  TrussDeck deck = nodes_in_a_row(end);
+  deck.material(1000, ratio, yield, yield);
+  deck.section(1);
+  deck.section(second_area);
+  deck.bar(1, 2);
+  deck.bar(2, 3, 1, 2);
+  return deck;
+}
+
 }  // namespace tidearc::test

@@ -90,4 +90,15 @@ TrussDeck bar_along_x(double ratio = 0.0, double yield = 0.0);
 /// The same, pulled at node 2.
 TrussDeck loaded_bar(double load, double ratio = 0.0, double yield = 0.0);
 
+/// The shallow two-bar truss: bars of EA 1,000,000 that turn with their ends, from fixed nodes 1 and 3 at (-10, 0) and
+/// (10, 0) in the plane of X and Z to node 2, the apex, at (x, 0.5), with `load` downwards on it. An apex in the middle
+/// moves along Z alone, one beside it along X too. With a yield stress the bars yield and harden as above.
+TrussDeck two_bar_truss(double load, double x = 0.0, double ratio = 0.0, double yield = 0.0);
+
+/// Nodes 1, 2 and 3 at 0, 10 and `end` along X; the first is fixed, the others move along X alone.
+TrussDeck nodes_in_a_row(double end);
+/// The same with bars 1-2 and 2-3 of modulus 1000 and areas 1 and `second_area`; EA/L of the first is 100. With a yield
+/// stress both yield at it in tension and compression and harden by `ratio`.
+TrussDeck bars_in_a_row(double end, double second_area, double ratio = 0.0, double yield = 0.0);
+
 }  // namespace tidearc::test

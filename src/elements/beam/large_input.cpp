@@ -96,8 +96,8 @@ void finish_record(const LargeInput& input, const LargeCard& card, const BeamPla
 }
 
 /// Echoes one element and writes its record. Nodes out of range leave a record without connections.
-bool make_element(const LargeInput& input, const char* key, const LargeCard& card) {
-  echo_large_element(key, card, node_distance(card.NODEI, card.NODEJ));
+bool make_element(const LargeInput& input, const LargeCard& card) {
+  echo_large_element(card.generated ? key_generated : key_read, card, node_distance(card.NODEI, card.NODEJ));
   if (!card.generated) echo_initial_state(card);
   LargeBeam& beam = start_record(input, card);
   const BeamPlace place{card.number,
@@ -112,20 +112,6 @@ bool make_element(const LargeInput& input, const char* key, const LargeCard& car
   if (inside) finish_record(input, card, place, beam);
   write_element_record();
   return inside;
-}
-
-/// The elements between two cards, with the data of the first. Where their nodes leave the model the rest is not made:
-/// the data error has ended the analysis, and a deck can ask for a gap of any length.
-void generate_gap(const LargeInput& input, const LargeCard& previous, int until) {
-  const int increment = previous.increment == 0 ? 1 : previous.increment;
-  for (int number = input.numbering.next(); number < until; ++number) {
-    LargeCard card = previous;
-    card.number = number;
-    card.generated = true;
-    card.NODEI = stepped_node(previous.NODEI, increment, number - previous.number);
-    card.NODEJ = stepped_node(previous.NODEJ, increment, number - previous.number);
-    if (!make_element(input, key_generated, card)) return;
-  }
 }
 
 LargeCard next_card(const LargeInput& input) {
@@ -143,14 +129,9 @@ LargeCard next_card(const LargeInput& input) {
 }
 
 void read_elements(LargeInput& input) {
-  LargeCard previous{};
-  while (!input.numbering.complete()) {
-    const LargeCard card = next_card(input);
-    if (input.numbering.order(card.number) == CardOrder::gap) generate_gap(input, previous, card.number);
-    make_element(input, key_read, card);
-    input.numbering.accept(card.number);
-    previous = card;
-  }
+  read_numbered_cards(
+      input.numbering, [&] { return next_card(input); },
+      [&](const LargeCard& card) { return make_element(input, card); });
 }
 
 void read_group(bool vortex) {

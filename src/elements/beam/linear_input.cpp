@@ -90,8 +90,8 @@ void finish_record(const LinearInput& input, const LinearCard& card, const BeamP
 }
 
 /// Echoes one element and writes its record. Nodes out of range leave a record without connections.
-bool make_element(const LinearInput& input, const char* key, const LinearCard& card) {
-  echo_linear_element(key, card, node_distance(card.NODEI, card.NODEJ));
+bool make_element(const LinearInput& input, const LinearCard& card) {
+  echo_linear_element(card.generated ? key_generated : key_read, card, node_distance(card.NODEI, card.NODEJ));
   if (card.KINIT != 0 && !card.generated) echo_initial_state(card);
   LinearBeamRecord& beam = start_record(input, card);
   const BeamPlace place{card.number,
@@ -106,20 +106,6 @@ bool make_element(const LinearInput& input, const char* key, const LinearCard& c
   if (inside) finish_record(input, card, place, beam);
   write_element_record();
   return inside;
-}
-
-/// The elements between two cards, with the data of the first. Where their nodes leave the model the rest is not made:
-/// the data error has ended the analysis, and a deck can ask for a gap of any length.
-void generate_gap(const LinearInput& input, const LinearCard& previous, int until) {
-  const int increment = previous.increment == 0 ? 1 : previous.increment;
-  for (int number = input.numbering.next(); number < until; ++number) {
-    LinearCard card = previous;
-    card.number = number;
-    card.generated = true;
-    card.NODEI = stepped_node(previous.NODEI, increment, number - previous.number);
-    card.NODEJ = stepped_node(previous.NODEJ, increment, number - previous.number);
-    if (!make_element(input, key_generated, card)) return;
-  }
 }
 
 int hinge_code(int code, const LinearCard& card, Columns columns) {
@@ -147,14 +133,9 @@ LinearCard next_card(const LinearInput& input) {
 }
 
 void read_elements(LinearInput& input) {
-  LinearCard previous{};
-  while (!input.numbering.complete()) {
-    const LinearCard card = next_card(input);
-    if (input.numbering.order(card.number) == CardOrder::gap) generate_gap(input, previous, card.number);
-    make_element(input, key_read, card);
-    input.numbering.accept(card.number);
-    previous = card;
-  }
+  read_numbered_cards(
+      input.numbering, [&] { return next_card(input); },
+      [&](const LinearCard& card) { return make_element(input, card); });
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 
 #include <numbers>
 
+#include "elements/contract/input.h"
+
 namespace tidearc {
 
 namespace {
@@ -28,11 +30,11 @@ void fill_from_tube(LinearSection& s) {
 }
 
 double mass_per_length(const BeamMaterial& m, double area, double inside_diameter) {
-  return m.mass * area + m.fluid_mass * circle(inside_diameter);
+  return filled_tube(m.mass, area, m.fluid_mass, inside_diameter);
 }
 
 double weight_per_length(const BeamMaterial& m, double area, double inside_diameter, double growth_weight) {
-  return m.weight * area + m.fluid_weight * circle(inside_diameter) + growth_weight;
+  return filled_tube(m.weight, area, m.fluid_weight, inside_diameter) + growth_weight;
 }
 
 }  // namespace tidearc

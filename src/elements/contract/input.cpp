@@ -2,6 +2,7 @@
 #include "elements/contract/input.h"
 
 #include <algorithm>
+#include <numbers>
 #include <string>
 
 #include "elements/contract/group.h"
@@ -72,6 +73,10 @@ void add_self_weight(int node, double weight) {
     const int e = equation_of(node, c);
     if (e >= 1 && e <= NEQ1()) vector(e) += force[static_cast<std::size_t>(c - 1)];
   }
+}
+
+double filled_tube(double density, double area, double fluid_density, double bore) {
+  return density * area + fluid_density * (std::numbers::pi / 4.0 * bore * bore);
 }
 
 void write_element_record() {

@@ -32,6 +32,14 @@ class ElementNumbering {
   std::int64_t end_;
 };
 
+/// The element cards of a group, until its last element: next_card() reads and judges one, make_element(card) writes
+/// its record and tells whether its nodes are inside the model. A gap before a card is filled from the card before it,
+/// with that card's node increment (0 as 1) and all other data. Where nodes leave the model the rest of the gap is not
+/// made: the data error has ended the analysis, and a deck can ask for a gap of any length. A card has number,
+/// increment, NODEI, NODEJ, and `generated`, which is set for those that fill a gap.
+template <class NextCard, class MakeElement>
+void read_numbered_cards(ElementNumbering& numbering, NextCard&& next_card, MakeElement&& make_element);
+
 /// Node number `node` plus k steps, saturated, so that a number beyond the nodes stays beyond them.
 int stepped_node(int node, int increment, int k);
 
@@ -56,7 +64,31 @@ std::string label_column(std::string_view label);
 void echo_count(std::string_view label, int value);
 /// The table of keys with which a group's echo ends.
 void print_key_table();
+/// Material, and the fluid that fills its bore (a diameter), per unit length: their densities times their areas.
+double filled_tube(double density, double area, double fluid_density, double bore);
 /// The close-down of a group with an element card out of sequence; the card's line with key ** has been printed.
 [[noreturn]] void stop_out_of_sequence(int number, int expected);
+
+template <class NextCard, class MakeElement>
+void read_numbered_cards(ElementNumbering& numbering, NextCard&& next_card, MakeElement&& make_element) {
+  decltype(next_card()) previous{};
+  while (!numbering.complete()) {
+    const auto card = next_card();
+    const bool gap = numbering.order(card.number) == CardOrder::gap;
+    bool inside = true;
+    for (int number = numbering.next(); gap && inside && number < card.number; ++number) {
+      const int increment = previous.increment == 0 ? 1 : previous.increment;
+      auto between = previous;
+      between.number = number;
+      between.generated = true;
+      between.NODEI = stepped_node(previous.NODEI, increment, number - previous.number);
+      between.NODEJ = stepped_node(previous.NODEJ, increment, number - previous.number);
+      inside = make_element(between);
+    }
+    make_element(card);
+    numbering.accept(card.number);
+    previous = card;
+  }
+}
 
 }  // namespace tidearc

@@ -75,11 +75,12 @@ bool place_record(TrussRecord& truss) {
 
 /// Half of the element's mass and weight, contained fluid and growth included, goes to each end.
 void add_mass_and_weight(const TrussRecord& truss) {
-  const double bore = std::numbers::pi / 4.0 * truss.section.inside_diameter * truss.section.inside_diameter;
+  const TrussMaterial& m = truss.material;
+  const TrussSection& section = truss.section;
   const double half = 0.5 * truss.XL;
-  const double mass = half * (truss.material.mass * truss.section.area + truss.material.fluid_mass * bore);
-  const double weight = half * (truss.material.weight * truss.section.area + truss.material.fluid_weight * bore +
-                                truss.section.growth_weight);
+  const double mass = half * filled_tube(m.mass, section.area, m.fluid_mass, section.inside_diameter);
+  const double weight =
+      half * (filled_tube(m.weight, section.area, m.fluid_weight, section.inside_diameter) + section.growth_weight);
   for (const int node : {truss.NODEI, truss.NODEJ}) {
     add_element_mass(node, mass);
     add_self_weight(node, weight);
@@ -120,29 +121,15 @@ double distance_of(const TrussCard& card) {
 }
 
 /// Echoes one element and writes its record. Nodes out of range leave a record without connections.
-void make_element(GroupInput& input, const char* key, const TrussCard& card) {
-  echo_element(key, card, distance_of(card));
-  if (key == key_read && card.has_curve()) echo_curve(card);
+bool make_element(GroupInput& input, const TrussCard& card) {
+  echo_element(card.generated ? key_generated : key_read, card, distance_of(card));
+  if (!card.generated && card.has_curve()) echo_curve(card);
   TrussRecord& truss = start_record(input, card);
   const bool I_inside = node_in_range(card.NODEI, sizes.NUMNP, card.place(6, 10));
   const bool J_inside = node_in_range(card.NODEJ, sizes.NUMNP, card.place(11, 15));
   if (I_inside && J_inside) finish_record(input, card, truss);
   write_element_record();
-}
-
-/// The elements between two cards, with the data of the first. Where their nodes leave the model the rest is not made:
-/// the data error has ended the analysis, and a deck can ask for a gap of any length.
-void generate_gap(GroupInput& input, const TrussCard& previous, int until) {
-  const int increment = previous.increment == 0 ? 1 : previous.increment;
-  for (int number = input.numbering.next(); number < until; ++number) {
-    TrussCard card = previous;
-    card.number = number;
-    card.generated = true;
-    card.NODEI = stepped_node(previous.NODEI, increment, number - previous.number);
-    card.NODEJ = stepped_node(previous.NODEJ, increment, number - previous.number);
-    make_element(input, key_generated, card);
-    if (!inside(card.NODEI) || !inside(card.NODEJ)) return;
-  }
+  return I_inside && J_inside;
 }
 
 TrussCard next_card(GroupInput& input) {
@@ -158,14 +145,9 @@ TrussCard next_card(GroupInput& input) {
 }
 
 void read_elements(GroupInput& input) {
-  TrussCard previous{};
-  while (!input.numbering.complete()) {
-    const TrussCard card = next_card(input);
-    if (input.numbering.order(card.number) == CardOrder::gap) generate_gap(input, previous, card.number);
-    make_element(input, key_read, card);
-    input.numbering.accept(card.number);
-    previous = card;
-  }
+  read_numbered_cards(
+      input.numbering, [&] { return next_card(input); },
+      [&](const TrussCard& card) { return make_element(input, card); });
 }
 
 }  // namespace
