@@ -19,30 +19,67 @@ struct FrameGraph {
 
 inline std::size_t at(int i) { return static_cast<std::size_t>(i); }
 
-/// A tower of four legs with an X brace and a chord in each face of each bay, every member cut into `cuts` pieces.
-inline FrameGraph tower(int bays, int cuts) {
-  FrameGraph graph;
-  const auto member = [&](int a, int b) {
+/// A frame under construction, whose members are cut into pieces.
+struct FrameBuilder {
+  FrameGraph graph{};
+  int cuts = 1;  // pieces of a member
+
+  int joint() { return graph.nodes++; }
+  void member(int a, int b) {
     for (int k = 1; k < cuts; ++k) {
       graph.pieces.emplace_back(a, graph.nodes);
       a = graph.nodes++;
     }
     graph.pieces.emplace_back(a, b);
-  };
+  }
+};
+
+/// A tower of four legs with an X brace and a chord in each face of each bay, every member cut into `cuts` pieces.
+inline FrameGraph tower(int bays, int cuts) {
+  FrameBuilder frame{{}, cuts};
   int below[4] = {-1, -1, -1, -1};
   for (int bay = 0; bay < bays; ++bay) {
-    const int joint = graph.nodes;  // four corners on top of the bay, then the crossing of each face
-    graph.nodes += 8;
+    int top[4], crossing[4];
+    for (int& corner : top) corner = frame.joint();
+    for (int& node : crossing) node = frame.joint();
     for (int face = 0; face < 4; ++face) {
       const int next = (face + 1) % 4;
-      member(below[face], joint + face);
-      member(joint + face, joint + next);
-      for (const int end : {below[face], below[next], joint + face, joint + next}) member(end, joint + 4 + face);
+      frame.member(below[face], top[face]);
+      frame.member(top[face], top[next]);
+      for (const int end : {below[face], below[next], top[face], top[next]}) frame.member(end, crossing[face]);
     }
-    for (int corner = 0; corner < 4; ++corner) below[corner] = joint + corner;
+    std::copy(top, top + 4, below);
   }
-  return graph;
+  return frame.graph;
 }
+
+/// A jacket of four battered legs: an X brace in each face of each bay; at each level chords, a diamond between their
+/// middles, and a conductor through the middle of each side of the diamond. Pieces have about one length: members are
+/// cut into `low` in the lowest bay and, the jacket being narrow there, into `high` in the highest.
+inline FrameGraph jacket(int bays, int low, int high) {
+  FrameBuilder frame;
+  int below[4] = {-1, -1, -1, -1}, conductor[4] = {-1, -1, -1, -1};
+  for (int bay = 0; bay < bays; ++bay) {
+    const int top = bays - 1 - bay;
+    frame.cuts = (low * top + high * bay + (bays - 1) / 2) / std::max(1, bays - 1);
+    int leg[4], crossing[4], middle[4], guide[4];
+    for (int* const nodes : {leg, crossing, middle, guide}) {
+      for (int k = 0; k < 4; ++k) nodes[k] = frame.joint();
+    }
+    for (int face = 0; face < 4; ++face) {
+      const int next = (face + 1) % 4;
+      frame.member(below[face], leg[face]);
+      for (const int end : {below[face], below[next], leg[face], leg[next]}) frame.member(end, crossing[face]);
+      for (const int end : {leg[face], leg[next], guide[face]}) frame.member(middle[face], end);
+      frame.member(guide[face], middle[next]);
+      frame.member(conductor[face], guide[face]);
+    }
+    std::copy(leg, leg + 4, below);
+    std::copy(guide, guide + 4, conductor);
+  }
+  return frame.graph;
+}
+
 /// A block of columns and beams, nx by ny bays on plan and `storeys` high, members in one piece, held at the ground.
 inline FrameGraph block(int nx, int ny, int storeys) {
   FrameGraph graph;
@@ -97,7 +134,21 @@ inline std::vector<int> sloan(const FrameGraph& graph) {
   return place;
 }
 
-/// Position of each node in the reverse order of Cuthill and McKee, from 0.
+/// Entries of the graph's profile, one for each node, when node k stands in position place[k].
+inline long profile_of(const FrameGraph& graph, const std::vector<int>& place) {
+  std::vector<int> lowest = place;  // by node
+  for (const auto& [a, b] : graph.pieces) {
+    if (a < 0 || b < 0) continue;
+    const int later = place[at(a)] > place[at(b)] ? a : b;
+    lowest[at(later)] = std::min({lowest[at(later)], place[at(a)], place[at(b)]});
+  }
+  long count = 0;
+  for (std::size_t k = 0; k < place.size(); ++k) count += place[k] - lowest[k] + 1;
+  return count;
+}
+
+/// Position of each node in the reverse order of Cuthill and McKee, from 0. Of the two ends of the structure it begins
+/// at the one that makes the smaller profile.
 inline std::vector<int> reverse_cuthill_mckee(const FrameGraph& graph) {
   const int n = graph.nodes;
   std::vector<std::vector<int>> next(at(n));
@@ -122,11 +173,17 @@ inline std::vector<int> reverse_cuthill_mckee(const FrameGraph& graph) {
                        [&](int a, int b) { return degree(a) < degree(b); });
     }
   };
+  const auto reversed = [&] {
+    std::vector<int> place(at(n));
+    for (int p = 0; p < n; ++p) place[at(order[at(p)])] = n - 1 - p;
+    return place;
+  };
   walk(0);
   for (int sweep = 0; sweep < 4; ++sweep) walk(order.back());
-  std::vector<int> place(at(n));
-  for (int p = 0; p < n; ++p) place[at(order[at(p)])] = n - 1 - p;
-  return place;
+  const std::vector<int> one = reversed();
+  walk(order.back());
+  const std::vector<int> other = reversed();
+  return profile_of(graph, other) < profile_of(graph, one) ? other : one;
 }
 
 /// Reals in 0..1 from a fixed sequence, so that every run does the same work.

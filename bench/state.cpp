@@ -3,11 +3,8 @@
 //
 // The model is a square lattice of bars whose records are written as element input writes them.
 #include <benchmark/benchmark.h>
-#include <unistd.h>
 
 #include <cstring>
-#include <filesystem>
-#include <string>
 #include <vector>
 
 #include "elements/contract/input.h"
@@ -17,6 +14,7 @@
 #include "elements/truss/geometry.h"
 #include "elements/truss/law.h"
 #include "elements/truss/record.h"
+#include "folder.h"
 #include "model/nodes.h"
 #include "solve/arrays.h"
 #include "solve/solver.h"
@@ -63,8 +61,9 @@ void make_record(int number, int NODEI, int NODEJ) {
   write_element_record();
 }
 
-void make_records() {
+void make_records(double damping) {
   group = {};
+  group.BETAT = damping;
   group.ITYPE = 1;
   group.NUMEL = bars;
   const ElementType& type = element_type(1);
@@ -86,26 +85,10 @@ void make_records() {
   }
 }
 
-/// A folder for the report and, in a disk job, the files of the records; removed with what it holds at the end.
-class Folder {
- public:
-  Folder() : path_(std::filesystem::current_path() / ("bench-state-" + std::to_string(getpid()))) {
-    std::filesystem::create_directory(path_);
-    std::filesystem::current_path(path_);
-  }
-  ~Folder() {
-    std::filesystem::current_path(path_.parent_path());
-    std::filesystem::remove_all(path_);
-  }
-
- private:
-  std::filesystem::path path_;
-};
-
 /// Lays the model down in one storage scheme; the destructor takes it away.
 class Model {
  public:
-  explicit Model(int KSTOR) {
+  explicit Model(int KSTOR, double damping = 0.0) {
     solver.KSTOR = KSTOR;
     keep_scratch_in_memory(!records_on_disk());
     pool.allocate(records_on_disk() ? 20000000 : 200000000);
@@ -113,7 +96,7 @@ class Model {
     place_nodes();
     carve_analysis_arrays();
     storage.KEDAT = storage.NEXT;
-    make_records();
+    make_records(damping);
     LODELM();
     for (int e = 1; e <= sizes.NEQ; ++e) equation_vector(arrays.U)(e) = 1.0e-6 * (e % 17);
   }
@@ -125,7 +108,7 @@ class Model {
   }
 
  private:
-  Folder folder_;
+  bench::Folder folder_;
 };
 
 void tell_rate(benchmark::State& state) {
@@ -158,14 +141,23 @@ void moving_the_records(benchmark::State& state) {
 }
 BENCHMARK(moving_the_records)->Unit(benchmark::kMillisecond)->MinTime(1.0);
 
-/// A state update behind a determination; in a disk job two files exchange their roles.
-void taking_over(benchmark::State& state) {
-  const Model model(static_cast<int>(state.range(0)));
-  determine_states();
-  for (auto _ : state) take_over_states();
+/// What a dynamic step with one iteration asks of the elements: the state update, and a determination with resisting
+/// and damping forces. In a disk job the update is an exchange of files.
+void dynamic_step(benchmark::State& state) {
+  const Model model(static_cast<int>(state.range(0)), state.range(1) != 0 ? 0.01 : 0.0);
+  for (auto _ : state) {
+    take_over_states();
+    determine_states({arrays.VT, arrays.AT, arrays.VD, elements_damp() ? arrays.DAMP : 0});
+  }
   tell_rate(state);
 }
-BENCHMARK(taking_over)->ArgName("KSTOR")->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond)->MinTime(0.5);
+BENCHMARK(dynamic_step)
+    ->ArgNames({"KSTOR", "damped"})
+    ->Args({1, 0})
+    ->Args({1, 1})
+    ->Args({2, 0})
+    ->Unit(benchmark::kMillisecond)
+    ->MinTime(1.0);
 
 /// The pass of an assembly in which no element is due: a core job looks at each, a disk job copies its tail.
 void stiffness_pass(benchmark::State& state) {

@@ -1,4 +1,5 @@
 // The EIGN macro: its card, its errors, and the steps of the analysis.
+#include <cmath>
 #include <numbers>
 #include <string>
 #include <string_view>
@@ -64,7 +65,7 @@ void refuse(std::string_view words, const DeckPlace& where, std::string_view tol
 bool input_is_sound(const EigenJob& job) {
   const DeckPlace cut_off(eigen.line, {11, 20});
   bool sound = true;
-  if (!(eigen.FSHIFT < 0.5 * job.cut_off)) {
+  if (!(std::abs(eigen.FSHIFT) < 0.5 * job.cut_off)) {
     refuse(" THE SHIFT FOR THE SUBSPACE ITERATION METHOD HAS TO BE LESS THAN HALF OF, THE CUT-OFF FREQUENCY",
            {eigen.line, {21, 30}},
            format("'the shift',E12.4,' is not below half of',E12.4", eigen.FSHIFT, job.cut_off));
@@ -95,6 +96,13 @@ void refuse_without_input() {
   complain(whole_line, "an EIGN macro needs an eigensolution card, IEIGN 1 on the problem size card");
   set_fatal_flag();
   (run.check_run ? run.had_data_error : run.had_terminated_macro) = true;
+}
+
+/// Neither a card without modes nor a Sturm check that tells none leaves anything to solve.
+void tell_nothing_to_solve() {
+  warning_box(" NO FREQUENCIES AND MODE SHAPES ARE SOLVED");
+  complain({eigen.line, {1, 5}}, eigen.NFREQ == 0 ? "no modes are wanted: none are solved"
+                                                  : "the Sturm check tells no mode below the cut-off: none are solved");
 }
 
 /// The tangent of the states at hand. The factor's array is about to be used up, so KRESET stays.
@@ -128,7 +136,10 @@ void EIGN() {
     check_sturm_sequence(job);
     if (job.KSTURM == 1) return;
   }
-  if (job.NFREQ == 0) return;
+  if (job.NFREQ == 0) {
+    tell_nothing_to_solve();
+    return;
+  }
   iterate_subspace(job);
   print_modes(job);
 }

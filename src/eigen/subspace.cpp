@@ -1,6 +1,7 @@
 // The solver of the EIGN macro: Sturm check, shift, reduction and cycles, on the blocks.
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "eigen/eigen.h"
 #include "eigen/job.h"
@@ -64,7 +65,7 @@ void solve_all(const Profile<double>& K, const EigenJob& job) {
   const RealTable X = eigen_vectors(eigen.SHAPES, job);
   const RealTable Y = eigen_vectors(eigen.LOADS, job);
   RCOPY(X.data(), Y.data(), sizes.NEQ * job.NSUB);
-  for (int j = 1; j <= job.NSUB; ++j) ACTCOL(K.A, X.column(j), K.IDIAG, sizes.NEQ, false, true);
+  ACTCOL(K.A, X, K.IDIAG, pool.reals(eigen.TOGETHER, sizes.NEQ * together(job.NSUB)), eigen_values(eigen.ENERGY, job));
 }
 
 void print_cycle(int cycle, const EigenJob& job) {
@@ -79,11 +80,10 @@ void print_cycle(int cycle, const EigenJob& job) {
 bool solve_on_subspace(RealTable X, RealTable Y, RealTable Z, Reals values, const EigenJob& job) {
   const RealTable stiffness = small_matrix(eigen.STIFFNESS, job);
   const RealTable mass = small_matrix(eigen.MASS, job);
-  const Reals scratch = pool.reals(arrays.WORK, sizes.NEQ);
-  project(X, Y, mass_by_equation(), stiffness, mass, scratch);
+  project(X, Y, mass_by_equation(), stiffness, mass);
   if (solve_small_problem(stiffness, mass, Z, values)) return true;
-  orthonormalise(X, Y, mass_by_equation(), scratch);
-  project(X, Y, mass_by_equation(), stiffness, mass, scratch);
+  orthonormalise(X, Y, mass_by_equation(), pool.reals(arrays.WORK, sizes.NEQ));
+  project(X, Y, mass_by_equation(), stiffness, mass);
   return solve_small_problem(stiffness, mass, Z, values);
 }
 
@@ -102,11 +102,12 @@ bool run_cycle(const Profile<double>& K, int cycle, const EigenJob& job) {
               "eigenvalue analysis: the projected matrices of cycle " + std::to_string(cycle) +
                   " are not definite: masses below zero, or a matrix that cannot be reduced");
   }
-  rotate(X, Z, eigen_values(eigen.ROW, job));
+  rotate(X, Z, Y);
+  std::swap(eigen.SHAPES, eigen.LOADS);  // what was Y are the vectors now
   relative_changes(values, last, residuals);
   if (job.NPRINT == 1) print_cycle(cycle, job);
   if (all_within(residuals, job.NFREQ, eigen_tolerance)) return true;
-  mass_weighted(X, mass_by_equation(), Y);
+  mass_weighted(Y, mass_by_equation(), X);
   return false;
 }
 

@@ -9,6 +9,7 @@
 #include "run/layout.h"
 #include "run/units.h"
 #include "solve/factor.h"
+#include "solve/kernel_table.h"
 #include "solve/profile.h"
 #include "solve/runs.h"
 
@@ -79,12 +80,40 @@ void substitute_back(const Profile<double>& K, Reals V) {
   }
 }
 
+/// One chain of free equations, for the loops that mind prescribed ones.
+std::vector<int> free_links(int N) { return std::vector<int>(static_cast<std::size_t>(N), -N); }
+
+/// Solves for columns first.. of V, `count` of them, which lie side by side in `rows`: entry e of the j-th at
+/// rows(count * (e - 1) + j).
+void solve_together(const Profile<double>& K, ConstIntegers all_free, RealTable V, int first, Reals rows,
+                    Reals energy) {
+  const int count = energy.size();
+  for (int e = 1; e <= K.NEQ; ++e) {
+    for (int j = 1; j <= count; ++j) rows(count * (e - 1) + j) = V(e, first + j - 1);
+  }
+  forward_substitute_many(K, all_free, rows, count, 1);
+  for (int e = 1; e <= K.NEQ; ++e) {
+    for (int j = 1; j <= count; ++j) {
+      double& value = rows(count * (e - 1) + j);
+      const double before = value;
+      value = before * K.diagonal(e);
+      energy(j) = std::fma(before, value, energy(j));
+    }
+  }
+  back_substitute_many(K, all_free, rows, count);
+  for (int e = 1; e <= K.NEQ; ++e) {
+    for (int j = 1; j <= count; ++j) V(e, first + j - 1) = rows(count * (e - 1) + j);
+  }
+}
+
+void print_energy(double energy) { write(units.NDOUT, "/,/,' *** ENERGY COMPUTED IN ACTCOL IS',E18.10", energy); }
+
 }  // namespace
 
 ActiveColumnResult active_column_solver(Reals A, Reals V, ConstIntegers IDIAG, int N, bool reduce, bool solve) {
   const Profile<double> K{A, IDIAG, N};
   ActiveColumnResult result;
-  const std::vector<int> links(reduce ? static_cast<std::size_t>(N) : 0, -N);  // one run of free equations
+  const std::vector<int> links = free_links(reduce ? N : 0);
   const ConstIntegers all_free(links.data(), N);
   int first = 1;
   for (int j = 1; j <= N; ++j) {
@@ -112,10 +141,28 @@ ActiveColumnResult active_column_solver(Reals A, Reals V, ConstIntegers IDIAG, i
   return result;
 }
 
+int together(int vectors) { return std::min(vectors, most_loads); }
+
+void active_column_solutions(Reals A, RealTable V, ConstIntegers IDIAG, Reals scratch, Reals energy) {
+  const int N = V.rows();
+  const std::vector<int> links = free_links(N);
+  std::fill(energy.begin(), energy.end(), 0.0);
+  for (int first = 1; first <= V.columns(); first += most_loads) {
+    const int count = together(V.columns() - first + 1);
+    solve_together({A, IDIAG, N}, {links.data(), N}, V, first, {scratch.data(), N * count},
+                   {energy.data() + first - 1, count});
+  }
+}
+
 int ACTCOL(Reals A, Reals V, ConstIntegers IDIAG, int N, bool reduce, bool solve) {
   const ActiveColumnResult result = active_column_solver(A, V, IDIAG, N, reduce, solve);
-  if (solve) write(units.NDOUT, "/,/,' *** ENERGY COMPUTED IN ACTCOL IS',E18.10", result.energy);
+  if (solve) print_energy(result.energy);
   return result.count;
+}
+
+void ACTCOL(Reals A, RealTable V, ConstIntegers IDIAG, Reals scratch, Reals energy) {
+  active_column_solutions(A, V, IDIAG, scratch, energy);
+  for (const double value : energy) print_energy(value);
 }
 
 }  // namespace tidearc

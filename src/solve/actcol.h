@@ -24,7 +24,16 @@ struct ActiveColumnResult {
 /// A reduced pivot of exactly zero leaves the assembled diagonal where its reciprocal should stand; nothing tells.
 ActiveColumnResult active_column_solver(Reals A, Reals V, ConstIntegers IDIAG, int N, bool reduce, bool solve);
 
-/// The same, with the energy of each solve on the report. Returns the count.
+/// Solves with a reduced matrix for all columns of V in place, some of them together, which read the matrix once. Each
+/// gets the digits that a call for it alone would give; its energy goes into `energy`, one entry a column.
+/// @param scratch  rows of V times together(columns of V)
+void active_column_solutions(Reals A, RealTable V, ConstIntegers IDIAG, Reals scratch, Reals energy);
+/// How many of so many vectors are solved for together.
+int together(int vectors);
+
+/// active_column_solver, with the energy of a solve on the report. Returns the count.
 int ACTCOL(Reals A, Reals V, ConstIntegers IDIAG, int N, bool reduce, bool solve);
+/// active_column_solutions, with the energy of each on the report, in their order.
+void ACTCOL(Reals A, RealTable V, ConstIntegers IDIAG, Reals scratch, Reals energy);
 
 }  // namespace tidearc

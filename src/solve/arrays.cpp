@@ -39,6 +39,7 @@ void carve_analysis_arrays() {
   carve_vectors({&a.DSTEP, &a.WAVE, &a.BFGS1, &a.BFGS2});
   a.STATUS = carve_integers(NEQ1());
   carve_vectors({&a.PIVOT, &a.DIAG});
+  carve_vectors({&a.UN, &a.UTS, &a.VT, &a.AT, &a.VD, &a.PS, &a.PN, &a.RN, &a.D, &a.DN, &a.DAMP, &a.XI, &a.XIN});
   for (std::size_t axis = 0; axis < 3; ++axis) a.HISTORY[axis] = carve_reals(listed(output.NPR[axis]));
   check_storage(analysis_phase);
   reset_status();

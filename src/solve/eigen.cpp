@@ -22,36 +22,37 @@ bool scale_to_unit(Reals vector) {
   return true;
 }
 
-/// The largest ratio: the last of equal ones up to `middle`, unless a larger one stands behind. Taking the last one of
-/// a shrinking range spreads the choices where many ratios are equal, as in a regular frame.
-int choose(ConstReals ratio, int middle) {
-  int chosen = 1;
-  for (int e = 2; e <= middle; ++e) {
-    if (ratio(e) >= ratio(chosen)) chosen = e;
+/// Equations with a mass by falling ratio of mass to stiffness, the lower number first where ratios are equal. They
+/// stand in `scratch`, as reals.
+Reals by_falling_ratio(const Profile<const double>& K, ConstReals M, Reals scratch) {
+  int count = 0;
+  for (int e = 1; e <= K.NEQ; ++e) {
+    if (M(e) != 0.0) scratch(++count) = e;
   }
-  for (int e = std::max(middle, 1) + 1; e <= ratio.size(); ++e) {
-    if (ratio(e) > ratio(chosen)) chosen = e;
-  }
-  return chosen;
+  const auto ratio = [&](double equation) {
+    const int e = static_cast<int>(equation);
+    const double r = std::abs(M(e) / K.diagonal(e));
+    return r > 0.0 ? r : 0.0;  // what is no number stands last
+  };
+  std::sort(scratch.begin(), scratch.begin() + count, [&](double a, double b) {
+    const double ratio_a = ratio(a);
+    const double ratio_b = ratio(b);
+    return ratio_a != ratio_b ? ratio_a > ratio_b : a < b;
+  });
+  return {scratch.data(), count};
 }
 
-/// Numbers between -0.5 and 0.5, the same on every machine: a linear congruential sequence.
-class Share {
+/// 1 and -1 without order, the same on every machine: the top bit of a linear congruential sequence.
+class Signs {
  public:
   double next() {
     state_ = state_ * 1664525U + 1013904223U;
-    return (state_ >> 8) * 0x1p-24 - 0.5;
+    return state_ < 0x80000000U ? -1.0 : 1.0;
   }
 
  private:
-  std::uint32_t state_ = 12345U;
+  std::uint32_t state_ = 42U;
 };
-
-double largest_magnitude(ConstReals vector) {
-  double largest = 0.0;
-  for (const double value : vector) largest = std::max(largest, std::abs(value));
-  return largest;
-}
 
 void scale(Reals x, Reals y, double factor) {
   for (double& value : x) value *= factor;
@@ -75,6 +76,71 @@ bool scale_to_unit_mass(Reals x, Reals y, ConstReals M, Reals scratch) {
   return true;
 }
 
+constexpr int columns_together = 8;  ///< whose sums run side by side, each in its order
+constexpr int rows_together = 16;
+constexpr int block_rows = 64;  ///< that stay in the nearest cache
+
+/// Up to eight columns of X, some rows of them, with what stands in one row side by side.
+struct RowBlock {
+  int first = 1, rows = 0;  ///< rows of X
+  int column = 1, columns = 0;
+  double x[block_rows][columns_together];
+};
+
+void fill_block(ConstRealTable X, RowBlock& block) {
+  block.columns = std::min(columns_together, X.columns() - block.column + 1);
+  for (int e = 0; e < block.rows; ++e) {
+    for (int r = 0; r < columns_together; ++r)
+      block.x[e][r] = r < block.columns ? X(block.first + e, block.column + r) : 0.0;
+  }
+}
+
+/// Goes on with the products of the block's columns with column j of Y and, weighed, of X.
+void add_products(const RowBlock& block, ConstRealTable X, ConstRealTable Y, ConstReals M, int j, RealTable stiffness,
+                  RealTable mass) {
+  double k[columns_together] = {};
+  double m[columns_together] = {};
+  for (int r = 0; r < block.columns; ++r) {
+    k[r] = stiffness(block.column + r, j);
+    m[r] = mass(block.column + r, j);
+  }
+  for (int e = 0; e < block.rows; ++e) {
+    const double y = Y(block.first + e, j);
+    const double w = M(block.first + e) * X(block.first + e, j);
+    const double* x = block.x[e];
+#pragma GCC unroll 8
+    for (int r = 0; r < columns_together; ++r) {
+      k[r] += x[r] * y;
+      m[r] += x[r] * w;
+    }
+  }
+  for (int r = 0; r < block.columns; ++r) {
+    stiffness(block.column + r, j) = k[r];
+    mass(block.column + r, j) = m[r];
+  }
+}
+
+void mirror_upper_triangle(RealTable T) {
+  for (int j = 2; j <= T.columns(); ++j) {
+    for (int i = 1; i < j; ++i) T(j, i) = T(i, j);
+  }
+}
+
+/// Rows of X Z from `first` on, so many together.
+template <int rows>
+void rotate_rows(ConstRealTable X, ConstRealTable Z, int first, RealTable rotated) {
+  for (int j = 1; j <= Z.columns(); ++j) {
+    double sum[rows] = {};
+    for (int k = 1; k <= X.columns(); ++k) {
+      const double* x = &X(first, k);
+      const double z = Z(k, j);
+#pragma GCC unroll 16
+      for (int r = 0; r < rows; ++r) sum[r] += x[r] * z;
+    }
+    for (int r = 0; r < rows; ++r) rotated(first + r, j) = sum[r];
+  }
+}
+
 }  // namespace
 
 int subspace_size(int NFREQ, int NMASS) {
@@ -94,28 +160,25 @@ int first_not_positive(const Profile<const double>& K) {
 }
 
 void subtract_mass(const Profile<double>& K, ConstReals M, double shift) {
-  for (int e = 1; e <= K.NEQ; ++e) K.diagonal(e) -= shift * M(e);
+  for (int e = 1; e <= K.NEQ; ++e) {
+    if (M(e) != 0.0) K.diagonal(e) -= shift * M(e);  // an infinite shift leaves equations without mass alone
+  }
 }
 
-void starting_loads(const Profile<const double>& K, ConstReals M, RealTable Y, Reals ratio) {
-  const int N = Y.rows();
+void starting_loads(const Profile<const double>& K, ConstReals M, RealTable Y, Reals scratch) {
   const int q = Y.columns();
-  for (int e = 1; e <= N; ++e) {
-    Y(e, 1) = M(e);
-    ratio(e) = std::abs(M(e) / K.diagonal(e));
+  for (int j = 1; j <= q; ++j) {
+    for (int e = 1; e <= Y.rows(); ++e) Y(e, j) = j == 1 ? M(e) : 0.0;
   }
-  if (!scale_to_unit(Y.column(1))) std::fill(Y.column(1).begin(), Y.column(1).end(), 1.0);
-  const double heaviest = largest_magnitude({M.data(), N});
-  const int spacing = N / q;
-  int middle = N - spacing;
-  Share share;
-  for (int j = 2; j <= q; ++j) {
-    const Reals column = Y.column(j);
-    const int chosen = choose(ratio, middle);
-    for (int e = 1; e <= N; ++e) column(e) = heaviest > 0.0 ? M(e) / heaviest * share.next() : 0.0;
-    column(chosen) = 1.0;
-    ratio(chosen) = -1.0;  // behind all that have not been chosen
-    middle -= spacing;
+  const Reals order = by_falling_ratio(K, M, scratch);
+  const int others = q - 1;
+  // one equation at least is left to the first vector, which would else be a sum of the others
+  const int dealt = others > 0 ? (order.size() - 1) / others * others : 0;
+  Signs sign;
+  for (int p = 0; p < dealt; ++p) Y(static_cast<int>(order(p + 1)), 2 + p % others) = sign.next();
+  for (int j = 1; j <= q; ++j) {
+    if (scale_to_unit(Y.column(j))) continue;
+    for (double& value : Y.column(j)) value = sign.next();
   }
 }
 
@@ -137,24 +200,27 @@ void orthonormalise(RealTable X, RealTable Y, ConstReals M, Reals scratch) {
   }
 }
 
-void project(ConstRealTable X, ConstRealTable Y, ConstReals M, RealTable stiffness, RealTable mass, Reals scratch) {
-  const int N = X.rows();
-  for (int j = 1; j <= X.columns(); ++j) {
-    weigh(X.column(j), M, scratch);
-    for (int i = 1; i <= j; ++i) {
-      const ConstReals xi = X.column(i);
-      stiffness(i, j) = stiffness(j, i) = DOT(xi.data(), Y.column(j).data(), N);
-      mass(i, j) = mass(j, i) = DOT(xi.data(), scratch.data(), N);
+void project(ConstRealTable X, ConstRealTable Y, ConstReals M, RealTable stiffness, RealTable mass) {
+  const int q = X.columns();
+  for (const RealTable T : {stiffness, mass}) {
+    for (int j = 1; j <= q; ++j) std::fill(T.column(j).begin(), T.column(j).end(), 0.0);
+  }
+  RowBlock block;
+  for (block.first = 1; block.first <= X.rows(); block.first += block_rows) {
+    block.rows = std::min(block_rows, X.rows() - block.first + 1);
+    for (block.column = 1; block.column <= q; block.column += columns_together) {
+      fill_block(X, block);
+      for (int j = block.column; j <= q; ++j) add_products(block, X, Y, M, j, stiffness, mass);
     }
   }
+  mirror_upper_triangle(stiffness);
+  mirror_upper_triangle(mass);
 }
 
-void rotate(RealTable X, ConstRealTable Z, Reals row) {
-  const int q = X.columns();
-  for (int e = 1; e <= X.rows(); ++e) {
-    for (int i = 1; i <= q; ++i) row(i) = X(e, i);
-    for (int j = 1; j <= q; ++j) X(e, j) = DOT(row.data(), Z.column(j).data(), q);
-  }
+void rotate(ConstRealTable X, ConstRealTable Z, RealTable rotated) {
+  int e = 1;
+  for (; e + rows_together - 1 <= X.rows(); e += rows_together) rotate_rows<rows_together>(X, Z, e, rotated);
+  for (; e <= X.rows(); ++e) rotate_rows<1>(X, Z, e, rotated);
 }
 
 void mass_weighted(ConstRealTable X, ConstReals M, RealTable Y) {
@@ -164,7 +230,10 @@ void mass_weighted(ConstRealTable X, ConstReals M, RealTable Y) {
 }
 
 void relative_changes(ConstReals now, ConstReals last, Reals residuals) {
-  for (int i = 1; i <= residuals.size(); ++i) residuals(i) = std::abs(now(i) - last(i)) / std::abs(now(i));
+  for (int i = 1; i <= residuals.size(); ++i) {
+    const double change = std::abs(now(i) - last(i));
+    residuals(i) = change == 0.0 ? 0.0 : change / std::abs(now(i));
+  }
 }
 
 bool all_within(ConstReals residuals, int count, double tolerance) {

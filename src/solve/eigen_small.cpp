@@ -1,4 +1,5 @@
 // The small problem of the subspace iteration: generalised Jacobi iteration on a pair of symmetric matrices.
+#include <algorithm>
 #include <cmath>
 #include <utility>
 

@@ -67,6 +67,10 @@ void solve_symmetric(const Profile<const double>& K, ConstIntegers MSTAT, Reals 
 /// entry e of right-hand side j is R(count * (e - 1) + j). Each gets the digits that solve_symmetric gives it alone.
 void solve_many(const Profile<const double>& K, ConstIntegers MSTAT, Reals R, int count);
 
+/// The substitutions of solve_many alone, on its layout: forward on columns above f, back on all.
+void forward_substitute_many(const Profile<const double>& K, ConstIntegers MSTAT, Reals R, int count, int f);
+void back_substitute_many(const Profile<const double>& K, ConstIntegers MSTAT, Reals R, int count);
+
 /// Diagonal entries below zero, over all equations.
 int count_negative_pivots(const Profile<const double>& K);
 

@@ -64,6 +64,14 @@ struct OwnLane {
   int lane = 0;
 };
 
+/// Columns of a reduced profile as bare arrays, all counted from 1.
+struct ProfileColumns {
+  const double* values;  ///< entry (k, c) at values[IDIAG[c] + k - c]
+  const int* IDIAG;      ///< diagonal addresses by equation
+  const int* MSTAT;      ///< run links (solve/runs.h) by equation
+  int first;             ///< column at which addresses begin
+};
+
 /// The loops of one kind of vector unit.
 struct Kernels {
   const char* name;  ///< "AVX-512", "AVX2", "NEON", "plain"
@@ -99,16 +107,14 @@ struct Kernels {
   /// the diagonal sums. Stores them in the profile, the undivided ones in `values`.
   void (*finish_strip)(const Strip& strip, LaneGroup* const* groups, int count, const double* sums, bool divide);
 
-  // --- solutions (solve/substitution.cpp): up to strip_rows columns side by side ---
+  // --- solutions (solve/substitution.cpp) ---
 
-  /// s[n] += the sum of a[n](i) * x(i) over rows above the strip; fetches what stands `ahead` values further on.
-  void (*column_sums)(const Strip& strip, const double* x, int r1, int r2, double* s, long ahead);
-  /// The rows of the strip itself behind these sums: x(c) -= s[n].
-  void (*forward_triangle)(const Strip& strip, double* x, double* s);
-  /// x[n] = r(c) once the columns behind it in the strip are subtracted from it.
-  void (*back_triangle)(const Strip& strip, double* r, double* x);
-  /// r(i) -= x[n] * a[n](i) from the last column to the first over rows above the strip.
-  void (*subtract_columns)(const Strip& strip, double* r, const double* x, int r1, int r2, long ahead);
+  /// Forward substitution with the free columns r1..r2, which have no prescribed one between them, over rows from f on.
+  void (*forward)(const ProfileColumns& K, int r1, int r2, int f, double* x);
+  /// x(i) /= diagonal of column i.
+  void (*divide_by_diagonal)(const ProfileColumns& K, int r1, int r2, double* x);
+  /// Back-substitution with such columns, from the last to the first.
+  void (*backward)(const ProfileColumns& K, int r1, int r2, double* r);
   /// Many loads, `count` columns: load j of row i at x[loads * i + j], sums and factors of column n at most_loads * n +
   /// j.
   void (*column_sums_many)(const double* const* a, int count, const double* x, int loads, int r1, int r2, double* s);

@@ -10,6 +10,8 @@
 
 int larger(int a, int b) { return a > b ? a : b; }
 int smaller(int a, int b) { return a < b ? a : b; }
+long larger(long a, long b) { return a > b ? a : b; }
+long smaller(long a, long b) { return a < b ? a : b; }
 
 // Calls act with the number of columns of a strip as a constant that the compiler knows.
 template <int N>

@@ -26,6 +26,7 @@ void store(double* p, Lanes x) {
 }
 Lanes broadcast(double x) { return {_mm256_set1_pd(x), _mm256_set1_pd(x)}; }
 Lanes minus(Lanes a, Lanes b) { return {_mm256_sub_pd(a.lo, b.lo), _mm256_sub_pd(a.hi, b.hi)}; }
+Lanes quotient(Lanes a, Lanes b) { return {_mm256_div_pd(a.lo, b.lo), _mm256_div_pd(a.hi, b.hi)}; }
 Lanes times(Lanes a, Lanes b) { return {_mm256_mul_pd(a.lo, b.lo), _mm256_mul_pd(a.hi, b.hi)}; }
 
 // Two corrections by the fused remainder give the quotient to the last bit (P. Markstein, "Computation of elementary
@@ -65,6 +66,23 @@ struct Sizes {
   x[1] = _mm256_permute2f128_pd(a1, a3, 0x20);
   x[2] = _mm256_permute2f128_pd(a0, a2, 0x31);
   x[3] = _mm256_permute2f128_pd(a1, a3, 0x31);
+}
+
+struct Rows {
+  __m256i lo, hi;
+  Rows(int from, int to) {
+    const __m256i least = _mm256_set1_epi64x(from - 1), most = _mm256_set1_epi64x(to);
+    const __m256i i = _mm256_setr_epi64x(0, 1, 2, 3), j = _mm256_setr_epi64x(4, 5, 6, 7);
+    lo = _mm256_and_si256(_mm256_cmpgt_epi64(i, least), _mm256_cmpgt_epi64(most, i));
+    hi = _mm256_and_si256(_mm256_cmpgt_epi64(j, least), _mm256_cmpgt_epi64(most, j));
+  }
+};
+Lanes load_rows(const double* p, const Rows& rows) {
+  return {_mm256_maskload_pd(p, rows.lo), _mm256_maskload_pd(p + 4, rows.hi)};
+}
+Lanes keep_rows(Lanes old, Lanes x, const Rows& rows) {
+  return {_mm256_blendv_pd(old.lo, x.lo, _mm256_castsi256_pd(rows.lo)),
+          _mm256_blendv_pd(old.hi, x.hi, _mm256_castsi256_pd(rows.hi))};
 }
 
 void pack_all_lanes(const LaneGroup& group, int k, double* to) {
@@ -118,6 +136,12 @@ void store_rows(const Lanes* x, const LaneGroup& group, int k) {
 #include "solve/kernel_runs.h"
 #include "solve/kernel_tiles.h"
 // Behind the tiles.
+#include "solve/kernel_columns.h"
+#include "solve/kernel_sixes.h"
+// Behind the columns.
+#include "solve/kernel_backward.h"
+#include "solve/kernel_forward.h"
+// Behind all of them.
 #include "solve/kernel_solves.h"
 
 constexpr Kernels table = table_of("AVX2");

@@ -19,6 +19,7 @@ Lanes load(const double* p) { return _mm512_loadu_pd(p); }
 void store(double* p, Lanes x) { _mm512_storeu_pd(p, x); }
 Lanes broadcast(double x) { return _mm512_set1_pd(x); }
 Lanes minus(Lanes a, Lanes b) { return _mm512_sub_pd(a, b); }
+Lanes quotient(Lanes a, Lanes b) { return _mm512_div_pd(a, b); }
 Lanes times(Lanes a, Lanes b) { return _mm512_mul_pd(a, b); }
 
 // Two corrections by the fused remainder give the quotient to the last bit (P. Markstein, "Computation of elementary
@@ -72,6 +73,13 @@ __mmask8 bits(int from, int to) {
   return static_cast<__mmask8>(upto & ~below);
 }
 
+struct Rows {
+  __mmask8 held;
+  Rows(int from, int to) : held(bits(from, to)) {}
+};
+Lanes load_rows(const double* p, Rows rows) { return _mm512_maskz_loadu_pd(rows.held, p); }
+Lanes keep_rows(Lanes old, Lanes x, Rows rows) { return _mm512_mask_mov_pd(old, rows.held, x); }
+
 void pack_rows(const LaneGroup& group, int k, double* to) {
   Lanes x[group_lanes];
   if (k >= group.all && k + group_lanes <= group.end) {
@@ -113,6 +121,12 @@ void store_rows(const Lanes* rows, const LaneGroup& group, int k) {
 #include "solve/kernel_runs.h"
 #include "solve/kernel_tiles.h"
 // Behind the tiles.
+#include "solve/kernel_columns.h"
+#include "solve/kernel_sixes.h"
+// Behind the columns.
+#include "solve/kernel_backward.h"
+#include "solve/kernel_forward.h"
+// Behind all of them.
 #include "solve/kernel_solves.h"
 
 constexpr Kernels table = table_of("AVX-512");

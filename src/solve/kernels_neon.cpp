@@ -35,6 +35,10 @@ Lanes times(const Lanes& a, const Lanes& b) {
   return {{vmulq_f64(a.pair[0], b.pair[0]), vmulq_f64(a.pair[1], b.pair[1]), vmulq_f64(a.pair[2], b.pair[2]),
            vmulq_f64(a.pair[3], b.pair[3])}};
 }
+Lanes quotient(const Lanes& a, const Lanes& b) {
+  return {{vdivq_f64(a.pair[0], b.pair[0]), vdivq_f64(a.pair[1], b.pair[1]), vdivq_f64(a.pair[2], b.pair[2]),
+           vdivq_f64(a.pair[3], b.pair[3])}};
+}
 // Division is not worth avoiding here.
 Lanes quick_quotient(const Lanes& g, double pivot, double) {
   const float64x2_t d = vdupq_n_f64(pivot);
@@ -45,6 +49,11 @@ Lanes quick_quotient(const Lanes& g, double pivot, double) {
 #include "solve/kernel_runs.h"
 #include "solve/kernel_tiles.h"
 // Behind the tiles.
+#include "solve/kernel_columns.h"
+// Behind the columns.
+#include "solve/kernel_backward.h"
+#include "solve/kernel_forward.h"
+// Behind all of them.
 #include "solve/kernel_solves.h"
 
 constexpr Kernels table = table_of("NEON");

@@ -39,6 +39,9 @@ Lanes minus(const Lanes& a, const Lanes& b) {
 Lanes times(const Lanes& a, const Lanes& b) {
   return each([&](int i) { return a.lane[i] * b.lane[i]; });
 }
+Lanes quotient(const Lanes& a, const Lanes& b) {
+  return each([&](int i) { return a.lane[i] / b.lane[i]; });
+}
 // Division is not worth avoiding here.
 Lanes quick_quotient(const Lanes& g, double pivot, double) {
   return each([&](int i) { return g.lane[i] / pivot; });
@@ -48,6 +51,11 @@ Lanes quick_quotient(const Lanes& g, double pivot, double) {
 #include "solve/kernel_runs.h"
 #include "solve/kernel_tiles.h"
 // Behind the tiles.
+#include "solve/kernel_columns.h"
+// Behind the columns.
+#include "solve/kernel_backward.h"
+#include "solve/kernel_forward.h"
+// Behind all of them.
 #include "solve/kernel_solves.h"
 
 constexpr Kernels table = table_of("plain");

@@ -30,6 +30,7 @@ void begin_prediction(double R, int MAXIT) {
 bool predict_nonconvergence(int NI, double R, double TOL, const PredictionRules& rules) {
   PredictionBlock& p = prediction;
   if (NI == 1) return p.KPFLAG == 1;
+  p.KPFLAG = 0;  // a prediction has been acted upon: where no smaller step was left, the step has gone on
   if (rules.KPRED == 0) {
     p.KPFLAG = NI >= rules.MAXIT ? 1 : 0;
     return p.KPFLAG == 1;
@@ -52,7 +53,7 @@ bool predict_nonconvergence(int NI, double R, double TOL, const PredictionRules&
   } else {
     print_diverging();
   }
-  if (NI < rules.KPRED) return p.KPFLAG == 1;
+  if (NI < rules.KPRED) return false;
   const bool too_late = NI + m > rules.MAXIT && m > std::trunc(NI * rules.GRACE);
   if (m < 0 || too_late) p.KPFLAG = 1;
   return p.KPFLAG == 1;

@@ -27,7 +27,8 @@ struct PredictionRules {
 /// Begins the memory of a step with the unbalance R after its first iteration, whether that converged or not.
 void begin_prediction(double R, int MAXIT);
 
-/// After iteration NI with unbalance R above TOL: true when non-convergence is predicted. Prints its estimate.
+/// After iteration NI with unbalance R above TOL: true when non-convergence is predicted. Prints its estimate. Each
+/// iteration predicts by itself; one behind a step that could not be made smaller may find that it converges after all.
 bool predict_nonconvergence(int NI, double R, double TOL, const PredictionRules& rules);
 
 }  // namespace tidearc

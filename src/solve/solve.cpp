@@ -126,9 +126,7 @@ void reset_status() {
   take_status();
 }
 
-bool prescribed(int equation) { return equation >= 1 && equation <= sizes.NEQ && status_links()(equation) > 0; }
-
-void PRESTAT(std::span<const double> factors) {
+void PRESTAT(std::span<const double> factors, std::span<const int> moved) {
   const Integers status = status_links();
   const Reals XP = equation_vector(arrays.XP);
   std::fill(status.begin(), status.end(), 0);
@@ -143,6 +141,9 @@ void PRESTAT(std::span<const double> factors) {
       status(e) = 1;
       XP(e) += factor * entries(e);
     }
+  }
+  for (const int e : moved) {
+    if (e >= 1 && e <= sizes.NEQ) status(e) = 1;
   }
   take_status();
 }

@@ -6,18 +6,23 @@
 #include <span>
 
 #include "run/views.h"
+#include "run/workpool.h"
+#include "solve/arrays.h"
 
 namespace tidearc {
 
 /// Sets which equations are prescribed and their imposed displacements per unit level, from the prescribed patterns on
 /// NT10 and their participation factors (one per pattern). Raises KSTCHG and KSTEQ when a status differs from the last
 /// factorisation. Every pattern of the model prescribes its equations, factor 0.0 included; a factor that is not given
-/// is 0.0. Leaves NT10 behind its last record; uses WORK.
-void PRESTAT(std::span<const double> factors);
+/// is 0.0. The equations in `moved`, which something else than a pattern moves, are prescribed too; they add nothing to
+/// the imposed displacements, and those outside 1..NEQ are ignored. Leaves NT10 behind its last record; uses WORK.
+void PRESTAT(std::span<const double> factors, std::span<const int> moved = {});
 /// All equations free: the status before the first PRESTAT.
 void reset_status();
 /// True when equation e is prescribed.
-bool prescribed(int equation);
+inline bool prescribed(int equation) {
+  return equation >= 1 && equation <= sizes.NEQ && pool.integers(arrays.MSTAT, NEQ1())(equation) > 0;
+}
 
 /// A degree of freedom as an engineer names it: node, and component 1..6; node 0 when no node holds the equation.
 struct NodeDirection {

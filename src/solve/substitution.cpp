@@ -47,40 +47,8 @@ void for_each_strip_back(const Profile<const double>& K, ConstIntegers MSTAT, in
   }
 }
 
-// Values of the strip's columns: how far the next strip's stand from them.
-long length_of(const Strip& strip) {
-  const int last = strip.count - 1;
-  return (strip.column[last] + strip.first + last) - (strip.column[0] + strip.top[0]) + 1;
-}
-
-// R(c) -= L(., c) . R for the columns of a strip: rows above it side by side, then the triangle between them.
-void substitute_strip(const Strip& strip, ConstIntegers MSTAT, double* R, int f) {
-  const int common = std::clamp(strip.common, f, strip.first);
-  double s[strip_rows] = {};
-  if (strip.ragged) {
-    for (int n = 0; n < strip.count; ++n) {
-      for_free_runs(MSTAT, std::max(strip.top[n], f), common - 1,
-                    [&](int lo, int hi) { s[n] = kernels->product(R, strip.column[n], s[n], lo, hi); });
-    }
-  }
-  const long ahead = length_of(strip);
-  for_free_runs(MSTAT, common, strip.first - 1,
-                [&](int lo, int hi) { kernels->column_sums(strip, R, lo, hi, s, ahead); });
-  kernels->forward_triangle(strip, R, s);
-}
-
-// R -= R(c) * L(., c) for the columns of a strip from the last to the first.
-void take_strip(const Strip& strip, ConstIntegers MSTAT, double* R) {
-  double x[strip_rows];
-  kernels->back_triangle(strip, R, x);
-  const long behind = -length_of(strip);
-  for_free_runs(MSTAT, strip.common, strip.first - 1,
-                [&](int lo, int hi) { kernels->subtract_columns(strip, R, x, lo, hi, behind); });
-  if (!strip.ragged) return;
-  for (int n = strip.count - 1; n >= 0; --n) {
-    for_free_runs(MSTAT, strip.top[n], strip.common - 1,
-                  [&](int lo, int hi) { kernels->subtract(R, strip.column[n], x[n], lo, hi); });
-  }
+ProfileColumns columns_of(const Profile<const double>& K, ConstIntegers MSTAT) {
+  return {K.A.data() - 1, K.IDIAG.data() - 1, MSTAT.data() - 1, K.first};
 }
 
 }  // namespace
@@ -108,8 +76,9 @@ int first_loaded(ConstReals R, int NEQ) {
 }
 
 void forward_substitute(const Profile<const double>& K, ConstIntegers MSTAT, Reals R, int f) {
-  for_each_strip(K, MSTAT, std::max(f + 1, K.first),
-                 [&](const Strip& strip) { substitute_strip(strip, MSTAT, R.data() - 1, f); });
+  const ProfileColumns columns = columns_of(K, MSTAT);
+  for_free_runs(MSTAT, std::max(f + 1, K.first), K.NEQ,
+                [&](int lo, int hi) { kernels->forward(columns, lo, hi, f, R.data() - 1); });
 }
 
 void divide_by_pivots(ConstReals D, ConstIntegers MSTAT, Reals R, int f, int NEQ) {
@@ -119,17 +88,22 @@ void divide_by_pivots(ConstReals D, ConstIntegers MSTAT, Reals R, int f, int NEQ
 }
 
 void back_substitute(const Profile<const double>& K, ConstIntegers MSTAT, Reals R) {
-  for_each_strip_back(K, MSTAT, std::max(K.first, 2),
-                      [&](const Strip& strip) { take_strip(strip, MSTAT, R.data() - 1); });
+  const ProfileColumns columns = columns_of(K, MSTAT);
+  const int first = std::max(K.first, 2);
+  for (int c = K.NEQ; c >= first; --c) {
+    if (!is_free(MSTAT, c)) continue;
+    const int last = c;
+    while (c > first && is_free(MSTAT, c - 1)) --c;
+    kernels->backward(columns, c, last, R.data() - 1);
+  }
 }
 
 void solve_symmetric(const Profile<const double>& K, ConstIntegers MSTAT, Reals R) {
   couple_prescribed(K, MSTAT, R);
   const int f = first_loaded(R, K.NEQ);
   forward_substitute(K, MSTAT, R, f);
-  for_free_runs(MSTAT, f, K.NEQ, [&](int lo, int hi) {
-    for (int e = lo; e <= hi; ++e) R(e) /= K.diagonal(e);
-  });
+  const ProfileColumns columns = columns_of(K, MSTAT);
+  for_free_runs(MSTAT, f, K.NEQ, [&](int lo, int hi) { kernels->divide_by_diagonal(columns, lo, hi, R.data() - 1); });
   back_substitute(K, MSTAT, R);
 }
 
@@ -209,6 +183,16 @@ void take_strip(const Strip& strip, ConstIntegers MSTAT, const Loads& R) {
 
 }  // namespace
 
+void forward_substitute_many(const Profile<const double>& K, ConstIntegers MSTAT, Reals values, int count, int f) {
+  const Loads R{values, count};
+  for_each_strip(K, MSTAT, f + 1, [&](const Strip& strip) { substitute_strip(strip, MSTAT, R, f); });
+}
+
+void back_substitute_many(const Profile<const double>& K, ConstIntegers MSTAT, Reals values, int count) {
+  const Loads R{values, count};
+  for_each_strip_back(K, MSTAT, 2, [&](const Strip& strip) { take_strip(strip, MSTAT, R); });
+}
+
 void solve_many(const Profile<const double>& K, ConstIntegers MSTAT, Reals values, int count) {
   const Loads R{values, count};
   couple_prescribed(K, MSTAT, R);
@@ -220,7 +204,7 @@ void solve_many(const Profile<const double>& K, ConstIntegers MSTAT, Reals value
     f = std::min(f, first);
   }
   // Where one load has begun and another not, that one's rows are zero and add nothing.
-  for_each_strip(K, MSTAT, f + 1, [&](const Strip& strip) { substitute_strip(strip, MSTAT, R, f); });
+  forward_substitute_many(K, MSTAT, values, count, f);
   for_free_runs(MSTAT, f, K.NEQ, [&](int lo, int hi) {
     for (int e = lo; e <= hi; ++e) {
       for (int j = 1; j <= count; ++j) {
@@ -228,7 +212,7 @@ void solve_many(const Profile<const double>& K, ConstIntegers MSTAT, Reals value
       }
     }
   });
-  for_each_strip_back(K, MSTAT, 2, [&](const Strip& strip) { take_strip(strip, MSTAT, R); });
+  back_substitute_many(K, MSTAT, values, count);
 }
 
 }  // namespace tidearc

@@ -61,6 +61,18 @@ TEST(EigenCards, SixteenCyclesAndNoCutOffAreTheDefaults) {
   }
 }
 
+TEST(EigenCards, CodesBelowZeroStandAsTheyAre) {
+  SpringDeck deck = spring_chain(2, 1.0, 1.0);
+  deck.want(1, 1.0);
+  deck.eign(-2, 0, -7);
+  const std::string report = run_of(deck).report;
+  EXPECT_TRUE(contains(report, "FLAG FOR ADDITIONAL PRINTING  =   -2\n"));
+  EXPECT_FALSE(contains(report, "CURRENT EIGENVALUES")) << "additional printing is for codes above 0";
+  EXPECT_TRUE(contains(report, "FLAG FOR STURM SEQUENCE CHECK =   -7\n"));
+  EXPECT_TRUE(contains(report, "S T U R M")) << "any code but 0 asks for the check";
+  EXPECT_TRUE(contains(report, frequencies_heading)) << "1 alone ends behind it";
+}
+
 TEST(EigenCards, OneModeTakesTwoVectorsAtMost) {
   SpringDeck deck = spring_chain(4, 1.0, 1.0);
   deck.want(1);
@@ -74,6 +86,8 @@ TEST(EigenCards, ACountBelowZeroCountsAsZeroAndNothingIsSolved) {
     const RunResult run = run_of(deck);
     EXPECT_EQ(run.status, 0) << run.errors;
     EXPECT_TRUE(contains(run.report, " NUMBER OF FREQUENCIES AND MODE SHAPES =    0\n"));
+    EXPECT_TRUE(contains(run.report, " NO FREQUENCIES AND MODE SHAPES ARE SOLVED\n"));
+    EXPECT_TRUE(contains(run.errors, "TAModel.inp line 11, columns 1-5: no modes are wanted")) << run.errors;
     EXPECT_FALSE(contains(run.report, frequencies_heading));
     EXPECT_TRUE(run.ended);
   }
@@ -128,6 +142,34 @@ TEST(EigenErrors, AShiftMustBeBelowHalfOfTheCutOff) {
   EXPECT_TRUE(boxed(run_of(deck).report, text));
   deck.want(1, 0.0, 0.1);
   EXPECT_EQ(run_of(deck).status, 0);
+}
+
+TEST(EigenErrors, AShiftBelowZeroActsAsThePositiveOneOfItsSize) {
+  SpringDeck deck = spring_chain(4, 1.0, 1.0, false);
+  deck.want(2, 1.0, 0.01);
+  const RunResult positive = run_of(deck);
+  deck.want(2, 1.0, -0.01);
+  const RunResult negative = run_of(deck);
+  ASSERT_EQ(negative.status, 0) << negative.errors;
+  EXPECT_TRUE(contains(negative.report, "SHIFT FOR EIGNSOLUTION (CPS)  = -0.1000E-01\n"));
+  EXPECT_TRUE(contains(negative.errors, "columns 21-30: a negative shift")) << negative.errors;
+  const auto tables = [](const std::string& report) {
+    const auto from = report.find(frequencies_heading);
+    return report.substr(from, report.find("E X E C U T I O N") - from);
+  };
+  EXPECT_EQ(tables(negative.report), tables(positive.report));
+  deck.want(2, 1.0, -0.5);
+  const RunResult refused = run_of(deck);
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_TRUE(contains(refused.report, " HALF OF, THE CUT-OFF FREQUENCY\n")) << "the limit holds for its size";
+}
+
+TEST(EigenErrors, ACutOffBelowZeroIsAboveNoShift) {
+  SpringDeck deck = oscillator();
+  deck.want(1, -5.0);
+  const RunResult run = run_of(deck);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_TRUE(contains(run.report, " HALF OF, THE CUT-OFF FREQUENCY\n"));
 }
 
 TEST(EigenErrors, ASturmCheckAloneNeedsACutOff) {
@@ -244,6 +286,24 @@ TEST(EigenErrors, APivotOfZeroInsideIsWarnedOf) {
   EXPECT_TRUE(contains(run.errors, "equation 2, node 2, direction X")) << run.errors;
 }
 
+TEST(EigenErrors, AnUnstableStructureCountsAsARigidBody) {
+  // Springs of -1 to walls and of 2 between two points: K = (1, -2; -2, 1), whose last pivot is -3.
+  SpringDeck deck;
+  const int left = deck.point(0, 0, 0, "111111"), a = deck.point(1, 0, 0, "011111"), b = deck.point(2, 0, 0, "011111"),
+            right = deck.point(3, 0, 0, "111111");
+  deck.spring(left, a, 7.0);
+  deck.spring(a, b, 2.0);
+  deck.spring(b, right, 7.0);
+  for (const int node : {a, b}) deck.mass(node, 1.0);
+  std::string text = deck.text();
+  const std::string stiffness = ten(7.0);
+  text.replace(text.find(stiffness), stiffness.size(), ten(-1.0));
+  const RunResult stopped = run_deck(text);
+  EXPECT_EQ(stopped.status, 1);
+  EXPECT_TRUE(contains(trimmed(stopped.report), " SOLUTION TERMINATED IN SUBSP*,\n     RIGID BODY MODE(S) FOUND.\n"));
+  EXPECT_TRUE(contains(stopped.errors, "equation 2, node 3, direction X")) << stopped.errors;
+}
+
 TEST(EigenErrors, MassesBelowZeroAreNotDefinite) {
   SpringDeck deck = spring_chain(2, 1.0, -1.0);
   const RunResult run = run_of(deck);
@@ -298,6 +358,16 @@ TEST(SturmCheck, LowersNothingWhenAsManyAreToldAsWanted) {
   EXPECT_FALSE(contains(run.report, " NO. OF FREQUENCIES WILL BE SOLVED ="));
 }
 
+TEST(SturmCheck, BelowACutOffThatIsTooLargeToBeSquaredTellsAllColumns) {
+  // Of three coupled columns the second and the third count; the middle point has no mass, to which no cut-off matters.
+  SpringDeck deck = spring_chain(3, 1.0, 1.0);
+  deck.want(1, 1.0E200);
+  deck.eign(0, 0, 1);
+  const RunResult run = run_of(deck);
+  EXPECT_EQ(run.status, 0) << run.errors;
+  EXPECT_TRUE(contains(run.report, " NO. OF EIGENVALUE EXISTING        =    3\n"));
+}
+
 TEST(SturmCheck, OfADiagonalMatrixTellsNone) {
   SpringDeck deck = oscillator();
   deck.want(1, 1.0);
@@ -306,6 +376,8 @@ TEST(SturmCheck, OfADiagonalMatrixTellsNone) {
   EXPECT_EQ(run.status, 0) << run.errors;
   EXPECT_TRUE(
       contains(run.report, " NO. OF FREQUENCIES WILL BE SOLVED =    0\n NEW SIZE OF THE SUBSPACE          =    0\n"));
+  EXPECT_TRUE(contains(run.report, " " + std::string(130, 'W') + "\n NO FREQUENCIES AND MODE SHAPES ARE SOLVED\n"));
+  EXPECT_TRUE(contains(run.errors, "the Sturm check tells no mode")) << run.errors;
   EXPECT_FALSE(contains(run.report, frequencies_heading));
 }
 
@@ -353,6 +425,12 @@ TEST(Cycles, ThatAreTooFewAreToldAndTheLastValuesPrinted) {
   EXPECT_TRUE(contains(run.report, " PRE-MATURE EXIT FROM *SUBSP*\n     NUMBER OF ITERATIONS PERFORMED      =   3\n"));
   EXPECT_EQ(printed_modes(run.report).size(), 2U);
   EXPECT_TRUE(contains(run.errors, "3 cycles have passed")) << run.errors;
+}
+
+TEST(ModeTables, TellAnEndlessPeriodForAFrequencyOfZero) {
+  SpringDeck deck = spring_chain(2, 1.0, 1.0, false);  // a rigid body; with this shift its frequency is exactly zero
+  deck.want(1, 0.0, 0.1);
+  EXPECT_TRUE(contains(run_of(deck).report, "0   1      0.0000E+00  0.0000E+00         Inf\n"));
 }
 
 TEST(ModeTables, HaveTheirHeadingsAndRows) {

@@ -105,23 +105,54 @@ TEST(ElementRecords, OfACoreJobAreTheSame) {
   }
 }
 
-TEST(ElementRecords, AreNotWrittenInADataCheckOrWithoutTheCode) {
+std::string eigen_file_of(const SpringDeck& deck, int status = 0) {
+  ProcessRun process(deck.text());
+  EXPECT_EQ(process.run("4M"), status) << process.errors();
+  EXPECT_EQ(contains(process.report(), " SUBROUTINE RSAOUT"), deck.IEIGN == 1);
+  return process.contents("TAP24");
+}
+
+TEST(ElementRecords, OfADataCheckAreThoseOfTheRun) {
   SpringDeck deck = spring_chain(3, 1.0, 1.0);
   deck.storage = " DISK SYMM         0";
+  const std::string executed = eigen_file_of(deck);
   deck.command = "CHEC";
-  {
-    ProcessRun process(deck.text());
-    EXPECT_EQ(process.run("4M"), 0) << process.errors();
-    EXPECT_EQ(process.contents("TAP24"), "");
-    EXPECT_TRUE(contains(process.report(), " SUBROUTINE RSAOUT"));
+  const std::string checked = eigen_file_of(deck);
+  EXPECT_FALSE(checked.empty());
+  EXPECT_TRUE(checked == executed);
+}
+
+TEST(ElementRecords, OfACoreDataCheckAreThere) {
+  SpringDeck deck = spring_chain(3, 1.0, 1.0);
+  deck.command = "CHEC";
+  ProcessRun process(deck.text());
+  ASSERT_FALSE(stop_of([] {
+    start_process("4M");
+    pool.allocate(run.MTOT);
+    DATAIN();
+  }));
+  FILE(UNIT_EIGEN, "REWI");
+  GroupRecord header;
+  FILE(UNIT_EIGEN, "READ", group_words, &header);
+  EXPECT_EQ(header.NUMEL, 4);
+  for (int element = 1; element <= header.NUMEL; ++element) {
+    std::vector<Word> record(static_cast<std::size_t>(header.LEI));
+    FILE(UNIT_EIGEN, "READ", header.LEI, record.data());
+    EXPECT_EQ(record[0], element);
   }
-  deck.command = "STAR";
+}
+
+TEST(ElementRecords, AreNotWrittenBehindADataErrorOrWithoutTheCode) {
+  SpringDeck deck = spring_chain(3, 1.0, 1.0);
+  deck.storage = " DISK SYMM         0";
+  SpringDeck faulty = deck;
+  faulty.spring(1, 9, 1.0);  // there is no node 9
+  EXPECT_EQ(eigen_file_of(faulty, 3), "");
+  faulty.command = "CHEC";
+  EXPECT_EQ(eigen_file_of(faulty, 3), "");
   deck.IEIGN = 0;
   deck.macros = "";
-  ProcessRun process(deck.text());
-  EXPECT_EQ(process.run("4M"), 0) << process.errors();
-  EXPECT_EQ(process.contents("TAP24"), "");
-  EXPECT_FALSE(contains(process.report(), "RSAOUT"));
+  EXPECT_EQ(eigen_file_of(deck), "");
 }
 
 /// A string of two bars of length 1 along X with a mass in its middle that moves across, and tension from supports that

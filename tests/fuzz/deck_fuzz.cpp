@@ -57,10 +57,10 @@ int run_deck(const std::string& deck) {
   }
 }
 
-constexpr std::string_view field_texts[] = {"0",     "1",     "2",     "3",     "-1",    "4",    "5",     "10",
-                                            "99999", "-9999", "63000", "63001", "32767", "100",  "1E308", "-1E-99",
-                                            "1.0E8", ".5",    "NEWF",  "DISK",  "OLDF",  "CORE", "USYM",  "1",
-                                            "12",    "28",    "",      "1.0",   "16",    "501"};
+constexpr std::string_view field_texts[] = {
+    "0",     "1",   "2",     "3",      "-1",    "4",   "5",     "10",   "99999", "-9999", "63000", "63001",
+    "32767", "100", "1E308", "-1E-99", "1.0E8", ".5",  "NEWF",  "DISK", "OLDF",  "CORE",  "USYM",  "27",
+    "12",    "28",  "",      "1.0",    "16",    "501", "STRUD", "1110", "-2",    "1E200"};
 
 std::vector<std::string> lines_of(std::string_view text) {
   std::vector<std::string> lines;

@@ -91,6 +91,15 @@ TEST(Prediction, BeforeItsIterationItOnlyPrints) {
             "     CONVERGENCE PREDICTION -   36 MORE ITERATIONS TO CONVERGE\n");
 }
 
+TEST(Prediction, OfAnEarlierIterationIsForgotten) {
+  test::Scratch scratch;
+  // A step that cannot be made smaller goes on behind a prediction.
+  EXPECT_TRUE(predict({10, 10}, 1, rules_from_second));
+  EXPECT_FALSE(predict({10, 10, 1.25}, 1, rules_from_second)) << "one more iteration is enough";
+  PredictionRules one_allowed{.MAXIT = 1, .KPRED = 9, .WPRED = 1.0, .GRACE = 0.0};
+  EXPECT_FALSE(predict({10, 11}, 1, one_allowed)) << "prediction begins at iteration 9";
+}
+
 TEST(Prediction, AnUnbalanceThatIsNotANumberDiverges) {
   test::Scratch scratch;
   EXPECT_TRUE(predict({10, std::numeric_limits<double>::quiet_NaN()}, 1, rules_from_second));

@@ -72,6 +72,26 @@ TEST_F(Status, ImposedValuesAddOverThePatternsThatHoldAnEquation) {
   EXPECT_EQ(imposed(), (std::vector<double>{1, 0, 2, 0, 0, 0, 0}));
 }
 
+// Equations that records move, or a control of another kind: prescribed, and no pattern's factor acts on them.
+TEST_F(Status, OfMovedEquationsIsPrescribedWithoutAnImposedValue) {
+  with_patterns({{free_entry, free_entry, 0.5, 2.0, free_entry, free_entry}});
+  PRESTAT({}, std::array{1, 4, 6});
+  EXPECT_EQ(links(), (std::vector<int>{2, -2, 5, 5, -5, 7}));
+  EXPECT_EQ(imposed(), (std::vector<double>{0, 0, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(solver.KSTCHG, 1);
+  EXPECT_EQ(solver.KSTEQ, 1);
+  PRESTAT(std::array{3.0}, std::array{4});
+  EXPECT_EQ(links(), (std::vector<int>{-2, -2, 5, 5, -6, -6})) << "those of the call before are free again";
+  EXPECT_EQ(imposed(), (std::vector<double>{0, 0, 1.5, 6, 0, 0, 0}));
+}
+
+TEST_F(Status, MovedEquationsOutsideTheModelAreIgnored) {
+  with_patterns({});
+  PRESTAT({}, std::array{0, 7, -2, 8});
+  EXPECT_EQ(links(), (std::vector<int>{-6, -6, -6, -6, -6, -6}));
+  EXPECT_EQ(solver.KSTCHG, 0);
+}
+
 TEST_F(Status, APatternWithFactorZeroHoldsItsEquationsWhereTheyStand) {
   with_patterns({{free_entry, 4.0, free_entry, free_entry, free_entry, free_entry}});
   PRESTAT(std::array{0.0});
