@@ -1,4 +1,4 @@
-// The element loop of a static analysis, and the one entry for a current factor.
+// The element loops of static and dynamic analyses, and the one entry for a current factor.
 #include "assembly/assembly.h"
 
 #include <algorithm>
@@ -6,8 +6,8 @@
 
 #include "assembly/add.h"
 #include "assembly/blocks.h"
+#include "assembly/diagonals.h"
 #include "assembly/element_tape.h"
-#include "assembly/stand_ins.h"
 #include "elements/contract/stiffness.h"
 #include "model/control.h"
 #include "run/layout.h"
@@ -15,6 +15,8 @@
 #include "run/units.h"
 #include "run/vectors.h"
 #include "run/workpool.h"
+#include "solve/arrays.h"
+#include "solve/integration.h"
 #include "solve/profile.h"
 #include "solve/solve.h"
 #include "solve/solver.h"
@@ -75,11 +77,32 @@ void begin_assembly(bool reset) {
   solver.KFIRST = sizes.NEQ;
 }
 
-void finish_assembly(bool stand_ins) {
+void finish_assembly(Diagonals diagonals) {
+  if (diagonals == Diagonals::with_masses) take_up_masses();
   if (blocked()) {
-    (unsymmetric() ? BLKASU : BLKASM)(stand_ins);
-  } else if (stand_ins) {
+    (unsymmetric() ? BLKASU : BLKASM)(diagonals);
+  } else if (diagonals == Diagonals::stand_ins) {
     sweep_zero_diagonals();
+  } else {
+    for (int triangle = 1; triangle <= triangles(); ++triangle) finish_diagonals(assembled(triangle), diagonals);
+  }
+  solver.NELCHK = 0;
+}
+
+/// The assembled matrix is not that of the step at hand: everything is due, masses and damping included.
+void forget_matrix() {
+  solver.KRESET = 1;
+  solver.KFORM = 1;
+  integration.NEWCON = 0;
+}
+
+void assemble(bool dynamic, int code) {
+  if (!dynamic) {
+    ASMSTA();
+  } else if (code == loop_dynamic) {
+    ASMDYN();
+  } else {
+    ASMDY2();
   }
 }
 
@@ -100,14 +123,28 @@ void ASMSTA() {
   begin_assembly(reset);
   form_element_matrices(solver.KFORM, reset, solver.NELCHK, add_element);
   // A cleared matrix has lost the stand-ins of the first step, whatever the phase of the analysis.
-  finish_assembly(solver.KFORM == 0 || reset);
-  solver.NELCHK = 0;
+  finish_assembly(solver.KFORM == 0 || reset ? Diagonals::stand_ins : Diagonals::as_added);
+  integration.DTK = ZERO;
+  integration.NEWCON = 0;
   write(units.NDOUT, "5X,'STIFFNESS FORMED'");
 }
 
-void STIFUP() {
+void ASMDYN() {
+  const bool reset = solver.KRESET == 1;
+  // A cleared matrix has lost the masses too.
+  const bool without_masses = reset || (solver.KFORM <= 1 && integration.NEWCON == 0);
+  begin_assembly(reset);
+  form_element_matrices(solver.KFORM, reset, solver.NELCHK, add_element);
+  finish_assembly(without_masses ? Diagonals::with_masses : Diagonals::as_added);
+  integration.DTK = integration.DT;
+  integration.NEWCON = 1;
+}
+
+void STIFUP(int code) {
+  const bool dynamic = response.TIME != ZERO && code != loop_static;
+  if (dynamic && integration.DTK != integration.DT) forget_matrix();
   if (solver.NELCHK != 0 || solver.KRESET == 1) {
-    ASMSTA();
+    assemble(dynamic, code);
     ++solver.NSTUPD;
     solver.KRESET = 0;
   } else if (solver.KSTCHG == 0) {

@@ -11,7 +11,6 @@
 
 #include "assembly/add.h"
 #include "assembly/element_tape.h"
-#include "assembly/stand_ins.h"
 #include "elements/contract/work.h"
 #include "model/control.h"
 #include "run/stops.h"
@@ -76,14 +75,14 @@ class PairOfBlocks {
     return add_one(header.equations(), EMAT, first_) &&
            (second_.NEQ == 0 || add_one(header.equations(), EMAT, second_));
   }
-  void finish(bool stand_ins) const {
-    finish_block(first_, solver.KASM, stand_ins);
-    if (second_.NEQ > 0) finish_block(second_, solver.KFAC, stand_ins);
+  void finish(Diagonals diagonals) const {
+    finish_block(first_, solver.KASM, diagonals);
+    if (second_.NEQ > 0) finish_block(second_, solver.KFAC, diagonals);
   }
 
  private:
-  static void finish_block(const Profile<double>& K, int buffer, bool stand_ins) {
-    if (stand_ins) give_stand_ins(K, [](int) {});
+  static void finish_block(const Profile<double>& K, int buffer, Diagonals diagonals) {
+    finish_diagonals(K, diagonals);
     keep_diagonal(K);
     write_block(buffer);
   }
@@ -106,11 +105,9 @@ class PairOfTriangles {
   bool add(const MatrixHeader& header, const double* EMAT) const {
     return (header.packed != 0 ? ADDUNP : ADDUNS)(header.equations(), EMAT, K_);
   }
-  void finish(bool stand_ins) const {
-    if (stand_ins) {
-      give_stand_ins(K_.upper, [](int) {});
-      give_stand_ins(K_.lower, [](int) {});
-    }
+  void finish(Diagonals diagonals) const {
+    finish_diagonals(K_.upper, diagonals);
+    finish_diagonals(K_.lower, diagonals);
     keep_diagonal(K_.upper);
     write_block(solver.KASM);
     write_block(solver.KFAC);
@@ -157,7 +154,7 @@ int stretches_of_group() { return static_cast<int>(std::sqrt(static_cast<double>
 
 /// Assembles the stretches of one group; returns the first block behind it.
 template <class Stretch>
-BlockPlace assemble_group(BlockPlace block, bool stand_ins) {
+BlockPlace assemble_group(BlockPlace block, Diagonals diagonals) {
   BlockPlace behind = block;
   for (int i = 0; i < stretches_of_group() * Stretch::blocks && behind.number <= solver.NBLOCK; ++i)
     behind = behind.next();
@@ -171,7 +168,7 @@ BlockPlace assemble_group(BlockPlace block, bool stand_ins) {
     } else {
       add_elements(stretch, units.NT8, kept, 0, top);
     }
-    stretch.finish(stand_ins);
+    stretch.finish(diagonals);
     for (int i = 0; i < Stretch::blocks && block.number < behind.number; ++i) block = block.next();
   }
   return behind;
@@ -192,17 +189,17 @@ BlockPlace copy_unchanged_blocks(int records) {
 }
 
 template <class Stretch>
-void assemble_blocks(bool stand_ins) {
+void assemble_blocks(Diagonals diagonals) {
   for (const int unit : {units.NT3, units.NT7}) FILE(unit, "REWI");
   BlockPlace block = copy_unchanged_blocks(triangles());
-  while (block.number <= solver.NBLOCK) block = assemble_group<Stretch>(block, stand_ins);
+  while (block.number <= solver.NBLOCK) block = assemble_group<Stretch>(block, diagonals);
   std::swap(units.NT3, units.NT7);
 }
 
 }  // namespace
 
-void BLKASM(bool stand_ins) { assemble_blocks<PairOfBlocks>(stand_ins); }
+void BLKASM(Diagonals diagonals) { assemble_blocks<PairOfBlocks>(diagonals); }
 
-void BLKASU(bool stand_ins) { assemble_blocks<PairOfTriangles>(stand_ins); }
+void BLKASU(Diagonals diagonals) { assemble_blocks<PairOfTriangles>(diagonals); }
 
 }  // namespace tidearc

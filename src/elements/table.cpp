@@ -14,10 +14,10 @@ namespace {
 constexpr int type_count = 28;
 constexpr int variable = 0;  // the type's input sets the count
 
-constexpr ElementOperations truss = {INEL01, SDET01, RESP01, DYNF01, STIF01, EVNT01, ENVO01, PRNT01};
-constexpr ElementOperations linear_beam = {INEL03, SDET03, RESP03, DYNF03, STIF03, nullptr, ENVO03, PRNT03};
-constexpr ElementOperations large_beam = {INEL02, SDET02, RESP02, DYNF02, STIF02, nullptr, ENVO02, PRNT02};
-constexpr ElementOperations vortex_beam = {INEL27, SDET02, RESP02, DYNF02, STIF02, nullptr, ENVO27, PRNT02};
+constexpr ElementOperations truss = {INEL01, SDET01, RESP01, DYNF01, STIF01, EVNT01, ENVO01, PRNT01, RENV01};
+constexpr ElementOperations linear_beam = {INEL03, SDET03, RESP03, DYNF03, STIF03, nullptr, ENVO03, PRNT03, RENV03};
+constexpr ElementOperations large_beam = {INEL02, SDET02, RESP02, DYNF02, STIF02, nullptr, ENVO02, PRNT02, RENV02};
+constexpr ElementOperations vortex_beam = {INEL27, SDET02, RESP02, DYNF02, STIF02, nullptr, ENVO27, PRNT02, RENV02};
 constexpr ElementOperations none = {};
 
 // clang-format off

@@ -4,6 +4,10 @@
 #include <array>
 #include <type_traits>
 
+#include "dynamic/commands.h"
+#include "dynamic/dyn1.h"
+#include "dynamic/energy_files.h"
+#include "dynamic/step.h"
 #include "eigen/eigen.h"
 #include "elements/contract/element_files.h"
 #include "elements/contract/event_scan.h"
@@ -15,6 +19,7 @@
 #include "model/masses.h"
 #include "model/nodes.h"
 #include "model/patterns.h"
+#include "model/records.h"
 #include "run/clocks.h"
 #include "run/run_block.h"
 #include "run/stops.h"
@@ -23,6 +28,7 @@
 #include "run/workpool.h"
 #include "solve/arrays.h"
 #include "solve/bfgs.h"
+#include "solve/integration.h"
 #include "solve/prediction.h"
 #include "solve/solver.h"
 #include "static/scale.h"
@@ -56,7 +62,9 @@ const std::array table{
     entry("gravity", gravity, BlockKind::deck),
     entry("masses", masses, BlockKind::deck),
     entry("patterns", patterns, BlockKind::deck),
+    entry("load_records", load_records, BlockKind::deck),
     entry("arrays", arrays, BlockKind::deck),
+    entry("integration", integration, BlockKind::step),
     entry("solver", solver, BlockKind::step),
     entry("response", response, BlockKind::step),
     entry("prediction", prediction, BlockKind::step),
@@ -73,6 +81,10 @@ const std::array table{
     entry("step", step, BlockKind::step),
     entry("scaling", scaling, BlockKind::step),
     entry("eigen", eigen, BlockKind::deck),
+    entry("commands", commands, BlockKind::deck),
+    entry("dynamics", dynamics, BlockKind::step),
+    entry("dyn1", dyn1, BlockKind::step),
+    entry("energy_files", energy_files, BlockKind::step),
 };
 
 }  // namespace

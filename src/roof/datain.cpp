@@ -7,6 +7,9 @@
 #include <string>
 #include <string_view>
 
+#include "dynamic/commands.h"
+#include "dynamic/energy_files.h"
+#include "dynamic/step.h"
 #include "eigen/eigen.h"
 #include "elements/contract/event_scan.h"
 #include "elements/contract/group.h"
@@ -30,6 +33,7 @@
 #include "run/workpool.h"
 #include "solve/arrays.h"
 #include "solve/bfgs.h"
+#include "solve/integration.h"
 #include "solve/solve.h"
 #include "solve/solver.h"
 #include "solve/stiffness_area.h"
@@ -78,6 +82,10 @@ void forget_last_problem() {
   bfgs = {};
   event_found = {};
   eigen = {};
+  integration = {};
+  commands = {};
+  dynamics = {};
+  energy_files = {};
   reset_gravity();
   if (is_open_tape(UNIT_STATE_LOG)) close_tape(UNIT_STATE_LOG);
   state_log = {};

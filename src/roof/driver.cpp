@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "dynamic/dynamic.h"
 #include "eigen/eigen.h"
 #include "roof/datain.h"
 #include "roof/timlog.h"
@@ -85,8 +86,11 @@ bool run_macro(Macro macro) {
       run_analysis(eigen_analysis, EIGN);
       break;
     case Macro::dyn1:
+      run_analysis(dynamic_analysis, DYN1);
+      break;
     case Macro::dyn2:
-      stop_on_missing_macro(current_keyword());
+      run_analysis(dynamic_analysis, DYN2);
+      break;
     case Macro::save:
       if (run.RUNMOD != 1) stop_on_missing_macro("SAVRST");
       break;

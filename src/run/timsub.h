@@ -23,6 +23,11 @@ struct TimerEntry {
 /// loop.
 struct TimerBlock {
   std::array<TimerEntry, timed_activities> entries{};
+  int found = 0;           ///< place of the entry found last, from which the next search starts  [-]
+  double cpu_look = 0.0;   ///< clocks when they were looked at last                              [s]
+  double wall_look = 0.0;  ///< likewise                                                          [s]
+  double cpu_read = 0.0;   ///< processor clock when it was read last, less often than looked at  [s]
+  double wall_read = 0.0;  ///< the other clock at that moment                                    [s]
 };
 inline TimerBlock timers;
 static_assert(std::is_trivially_copyable_v<TimerBlock>);
@@ -35,5 +40,10 @@ enum TimerCode : int { timer_start = 1, timer_stop = 2, timer_clear = 3, timer_s
 ///               the summary on unit 12; any other has no effect
 /// @param times  the table
 void TIMSUB(std::string_view name, int code, TimerBlock& times);
+
+/// Starts an activity from the last look at the clocks on, which was the stop of the one before: in a loop of
+/// activities that follow one another one look for each is enough (a look costs more than most of them in a small
+/// model). What is done between two of them counts for the second.
+void start_next_activity(std::string_view name, TimerBlock& times);
 
 }  // namespace tidearc

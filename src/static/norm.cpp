@@ -1,113 +1,32 @@
-// The unbalance norm, the norm of the applied load, and the largest unbalances of a step.
-#include <algorithm>
-#include <cmath>
-#include <limits>
+// The unbalance of a load step: its norm, its largest entries, and whether its state is finite.
+#include "solve/norm.h"
 
-#include "model/nodes.h"
+#include <cmath>
+
 #include "run/layout.h"
 #include "run/units.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
-#include "solve/solve.h"
 #include "static/segment.h"
 #include "static/stepping.h"
 
 namespace tidearc {
 
-namespace {
-
-constexpr int norm_maximum = 0;
-constexpr int norm_euclidean = 1;
-constexpr double least_weight_base = 0.001;  ///< floor of a diagonal in a weight, and of the weighted reference
-
-/// Marks in WORK the equations that the norm looks at: free ones, and without moments only those that a translation of
-/// some node reaches.
-Reals mark_entries() {
-  Reals mark = equation_vector(arrays.WORK);
-  RZERO(mark.data(), mark.size());
-  const IntegerTable ID = node_ID();
-  const int last_component = segment.KUMOM == 1 ? 6 : 3;
-  for (int c = 1; c <= last_component; ++c)
-    for (int n = 1; n <= sizes.NUMNP; ++n) mark(ID(n, c)) = ONE;
-  for (int e = 1; e <= sizes.NEQ; ++e)
-    if (prescribed(e)) mark(e) = ZERO;
-  return mark;
-}
-
-double largest(Reals x, Reals mark) {
-  double norm = ZERO;
-  for (int e = 1; e <= sizes.NEQ; ++e) {
-    if (mark(e) == ZERO) continue;
-    if (std::isnan(x(e))) return x(e);
-    norm = std::max(norm, std::abs(x(e)));
-  }
-  return norm;
-}
-
-double euclidean(Reals x, Reals mark) {
-  double sum = ZERO;
-  for (int e = 1; e <= sizes.NEQ; ++e)
-    if (mark(e) != ZERO) sum += x(e) * x(e);
-  return std::sqrt(sum);
-}
-
-/// Sum of w x^2 with w = 1 / max(|K(e,e)|, 0.001).
-double weighted_sum(Reals x, Reals mark) {
-  double sum = ZERO;
-  for (int e = 1; e <= sizes.NEQ; ++e)
-    if (mark(e) != ZERO) sum += x(e) * x(e) / std::max(std::abs(assembled_diagonal(e)), least_weight_base);
-  return sum;
-}
-
-}  // namespace
-
 void measure_unbalance() {
-  const Reals RU = equation_vector(arrays.RU);
-  const Reals P = equation_vector(arrays.P);
-  const Reals mark = mark_entries();
-  if (segment.KUTYPE == norm_maximum) {
-    response.RNORM = largest(RU, mark);
-    step.APPLIED = largest(P, mark);
-  } else if (segment.KUTYPE == norm_euclidean) {
-    response.RNORM = euclidean(RU, mark);
-    step.APPLIED = euclidean(P, mark);
-  } else {
-    const Reals R = equation_vector(arrays.R);
-    const double reference = std::max({least_weight_base, weighted_sum(P, mark), weighted_sum(R, mark)});
-    response.RNORM = std::sqrt(weighted_sum(RU, mark) / reference);
-    step.APPLIED = ZERO;
-  }
+  const UnbalanceNorm norm = unbalance_norm({segment.KUTYPE, segment.KUMOM});
+  response.RNORM = norm.unbalance;
+  step.APPLIED = norm.applied;
 }
 
 void write_top_unbalances() {
   if (segment.NTOP < 1) return;
   write(UNIT_TOP, "I5", step.NS);
-  const Reals RU = equation_vector(arrays.RU);
-  Reals left = equation_vector(arrays.WORK);  // magnitudes not yet written; negative when done
-  for (int e = 1; e <= sizes.NEQ; ++e)
-    left(e) = std::isnan(RU(e)) ? std::numeric_limits<double>::infinity() : std::abs(RU(e));
-  for (int row = 1; row <= segment.NTOP; ++row) {
-    int top = 1;
-    for (int e = 2; e <= sizes.NEQ; ++e)
-      if (left(e) > left(top)) top = e;
-    const NodeDirection place = holder_of(top);
-    write(UNIT_TOP, "2I5,1P,E15.5", place.node, place.component, RU(top));
-    left(top) = -ONE;
-  }
+  write_largest_unbalances(segment.NTOP);
 }
 
 bool state_is_finite(int& bad_equation) {
-  bad_equation = 0;
   // A displacement that is lost spoils the forces of its neighbours, so displacements are looked at first.
-  for (const int vector : {arrays.U, arrays.R, arrays.RU}) {
-    const Reals x = equation_vector(vector);
-    for (int e = 1; e <= sizes.NEQ; ++e) {
-      if (std::isfinite(x(e))) continue;
-      bad_equation = e;
-      return false;
-    }
-  }
-  return std::isfinite(response.RNORM) && std::isfinite(response.LEVEL);
+  bad_equation = first_bad_equation({arrays.U, arrays.R, arrays.RU});
+  return bad_equation == 0 && std::isfinite(response.RNORM) && std::isfinite(response.LEVEL);
 }
 
 }  // namespace tidearc

@@ -6,6 +6,7 @@
 #include "run/stops.h"
 #include "run/vectors.h"
 #include "solve/arrays.h"
+#include "solve/norm.h"
 #include "static/scale.h"
 #include "static/segment.h"
 #include "static/segment_cards.h"
@@ -78,7 +79,7 @@ void set_step_factor_and_arc() {
 
 /// TAP32 is opened at the first segment of the run that asks for it; each such segment writes the heading.
 void begin_top_list() {
-  if (!is_open_formatted(UNIT_TOP)) open_formatted(UNIT_TOP, "TAP32", OpenMode::position);
+  open_unbalance_list();
   write(UNIT_TOP,
         "' *****  TOP OUT-OF-BALANCE FORCES IN STATIC ANALYSIS *****',/,' LOAD STEP ',/,"
         "' NODE  DOF   OUT-OF-BALANCE '");

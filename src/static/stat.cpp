@@ -1,12 +1,13 @@
 // The STAT macro: its card, its load segments one after the other, its end.
 #include <array>
 
+#include "elements/contract/state_log.h"
 #include "results/reports.h"
 #include "run/layout.h"
 #include "run/report_lines.h"
 #include "run/run_block.h"
-#include "run/tapefile.h"
 #include "run/units.h"
+#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/bfgs.h"
 #include "solve/solver.h"
@@ -18,20 +19,12 @@ namespace tidearc {
 
 namespace {
 
-/// The log of element states, opened by the first static macro of a problem that runs: a header of one word 0.
-void open_state_log() {
-  if (is_open_tape(UNIT_STATE_LOG)) return;
-  const Word header = 0;
-  open_tape(UNIT_STATE_LOG, "OVRLOAD", true);
-  FILE(UNIT_STATE_LOG, "WRIT", 1, &header);
-  FILE(UNIT_STATE_LOG, "REWI");
-}
-
 /// Everything is formed anew: full assembly, phase code 1, counters at 0, node envelopes at zero. Elements keep
-/// theirs.
+/// theirs. The structure is at rest.
 void start_analysis() {
   response.TIME = ZERO;
   response.RNORM = ZERO;
+  for (const int motion : {arrays.VEL, arrays.ACC}) RZERO(equation_vector(motion).data(), NEQ1());
   solver.KFORM = 1;
   solver.KRESET = 1;
   solver.NELCHK = 1;  // the assembly takes all elements while KRESET is set

@@ -18,6 +18,8 @@
 #include "run/units.h"
 #include "run/workpool.h"
 #include "solve/arrays.h"
+#include "solve/blocking.h"
+#include "solve/integration.h"
 #include "solve/solver.h"
 #include "solve/stiffness_area.h"
 
@@ -57,6 +59,35 @@ void place_nodes(const std::vector<BarNode>& model_nodes) {
   }
 }
 
+/// The record of a block on NT3 that holds column j: 1 the upper one of a block, 2 the lower one.
+const double* block_of(int j, int triangle) {
+  FILE(units.NT3, "REWI");
+  int last = 0;
+  for (int b = 1; b <= solver.NBLOCK; ++b) {
+    last += pool.integers(solver.BLKEQ, MAXBLK)(b);
+    for (int t = 1; t <= triangles(); ++t) {
+      const double* A = reinterpret_cast<const double*>(next_record(units.NT3).data());
+      if (j <= last && t == triangle) return A;
+    }
+  }
+  return nullptr;
+}
+int first_of_block(int j) {
+  int first = 1;
+  for (int b = 1; b <= solver.NBLOCK; ++b) {
+    const int next = first + pool.integers(solver.BLKEQ, MAXBLK)(b);
+    if (j < next) break;
+    first = next;
+  }
+  return first;
+}
+double entry_in_blocks(int triangle, int i, int j) {
+  const Integers IDIAG = pool.integers(solver.IDIAG, NEQ1());
+  const int address = IDIAG(j) + i - j;
+  if (address <= (j == first_of_block(j) ? 0 : IDIAG(j - 1))) return 0.0;
+  return block_of(j, triangle)[address - 1];
+}
+
 double entry(int matrix, int i, int j) {
   const Integers IDIAG = pool.integers(solver.IDIAG, NEQ1());
   const int address = IDIAG(j) + i - j;
@@ -66,14 +97,17 @@ double entry(int matrix, int i, int j) {
 }  // namespace
 
 BarModel::BarModel(const std::vector<BarNode>& model_nodes, const std::vector<Bar>& bars, int KSTOR, int NWDBLK)
-    : scratch_(group_cards(bars)) {
+    : BarModel(model_nodes, group_cards(bars), bars.empty() ? 0 : 1, KSTOR, NWDBLK) {}
+
+BarModel::BarModel(const std::vector<BarNode>& model_nodes, const std::string& cards, int groups, int KSTOR, int NWDBLK)
+    : scratch_(cards) {
   reset_model();
   solver.KSTOR = KSTOR;
   solver.NWDBLK = NWDBLK;
   keep_scratch_in_memory(!records_on_disk());
   open_formatted(UNIT_PROGRESS, "TAP53", OpenMode::fresh);
   pool.allocate(pool_words);
-  sizes.NELGR = bars.empty() ? 0 : 1;
+  sizes.NELGR = groups;
   place_nodes(model_nodes);
   carve_mass_vectors();
   carve_element_vectors();
@@ -86,6 +120,7 @@ BarModel::BarModel(const std::vector<BarNode>& model_nodes, const std::vector<Ba
 BarModel::~BarModel() { reset_model(); }
 
 double BarModel::stiffness(int i, int j) const {
+  if (blocked()) return i <= j ? entry_in_blocks(1, i, j) : entry_in_blocks(triangles(), j, i);
   if (i <= j) return entry(solver.KASM, i, j);
   return entry(solver.KASM + (triangles() - 1) * ITWO * triangle_length(), j, i);
 }
@@ -96,5 +131,19 @@ void BarModel::begin_macro() const {
   solver.NELCHK = 1;
   solver.KFORM = 0;
 }
+
+void BarModel::begin_dynamics(double DT, double AB, double DMASS) const {
+  integration = {};
+  integration.DT = DT;
+  integration.AB = AB;
+  integration.DMASS = DMASS;
+  INTCON(Constants::computed);
+  response.TIME = DT;
+  solver.KRESET = 1;
+  solver.NELCHK = 1;
+  solver.KFORM = 1;
+}
+
+void BarModel::put_mass(int equation, double mass) const { pool.reals(masses.AMASS, NEQ1())(equation) = mass; }
 
 }  // namespace tidearc::test

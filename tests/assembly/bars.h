@@ -24,9 +24,11 @@ struct Bar {
 class BarModel {
  public:
   BarModel(const std::vector<BarNode>& model_nodes, const std::vector<Bar>& bars, int KSTOR = 1, int NWDBLK = 0);
+  /// The same with cards of element groups of any type.
+  BarModel(const std::vector<BarNode>& model_nodes, const std::string& cards, int groups, int KSTOR, int NWDBLK);
   ~BarModel();
 
-  /// Entry of the matrix assembled in core, 0 outside the profile; of two triangles the one in which it stands.
+  /// Entry of the assembled matrix, 0 outside the profile; of two triangles the one in which it stands.
   double stiffness(int i, int j) const;
   double factor(int i, int j) const;  ///< entry of KFAC, i not above j, inside the profile
   std::string report() const { return scratch_.report(); }
@@ -35,6 +37,9 @@ class BarModel {
   std::string progress() const { return scratch_.contents("TAP53"); }
   /// As a macro begins: everything is to be formed.
   void begin_macro() const;
+  /// As the first step of a dynamic macro: its constants, its time, everything to be formed.
+  void begin_dynamics(double DT, double AB = 0.0, double DMASS = 0.0) const;
+  void put_mass(int equation, double mass) const;
 
  private:
   Scratch scratch_;

@@ -61,7 +61,7 @@ void BlockProblem::assemble(const std::vector<MadeUpElement>& elements, bool res
       throw std::runtime_error("outside the profile");
     }
   }
-  if (blocked()) (unsymmetric() ? BLKASU : BLKASM)(stand_ins);
+  if (blocked()) (unsymmetric() ? BLKASU : BLKASM)(stand_ins ? Diagonals::stand_ins : Diagonals::as_added);
 }
 
 std::vector<std::vector<int>> BlockProblem::records() const {

@@ -1,6 +1,7 @@
 #include "frame_deck.h"
 
 #include <cstring>
+#include <stdexcept>
 
 #include "model/nodes.h"
 #include "run/layout.h"
@@ -25,7 +26,9 @@ std::string reals(const std::vector<double>& values) {
 std::string five(double value) {
   std::string text = ten(value);
   text.erase(0, text.find_first_not_of(' '));
-  return std::string(text.size() < 5 ? 5 - text.size() : 0, ' ') + text.substr(0, 5);
+  text = std::string(text.size() < 5 ? 5 - text.size() : 0, ' ') + text.substr(0, 5);
+  if (std::stod(text) != value) throw std::runtime_error(text + " is not what five columns should hold");
+  return text;
 }
 std::string header(int type, int count, int first, double BETAO, double BETAT, const std::string& title) {
   return line(ints({type, count, first}) + reals({BETAO, BETAT}) + "     " + title);
@@ -116,6 +119,10 @@ void FrameDeck::temperature(int first, int last, double value) {
   ++temperature_count_;
   temperatures_ += line(ints({1}) + "HEAT") + line(ints({first, last, 1}) + ten(value));
 }
+void FrameDeck::pressure(int node, double value) {
+  ++temperature_count_;
+  temperatures_ += line(ints({1}) + "PRESS") + line(ints({node, node, 1}) + reals({0.0, value}));
+}
 void FrameDeck::turn(int node, const std::array<double, 3>& a, const std::array<double, 3>& b) {
   systems_ += line(ints({1}) + reals({a.begin(), a.end()}) + "     " + ints({2}) + reals({b.begin(), b.end()}));
   assignments_ += line(ints({node, ++system_count_}));
@@ -183,5 +190,6 @@ Record record_at(int running, int LEI) {
 
 LinearBeamRecord linear_record(int running) { return record_at<LinearBeamRecord>(running, 688); }
 LargeBeam large_record(int running) { return record_at<LargeBeamRecord>(running, 826).beam; }
+VortexBeamRecord vortex_record(int running) { return record_at<VortexBeamRecord>(running, 1484); }
 
 }  // namespace tidearc::test

@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "elements/beam/record.h"
+#include "elements/contract/group.h"
+#include "elements/contract/walk.h"
 #include "support/run_deck.h"
 #include "support/truss_deck.h"
 
@@ -77,6 +79,7 @@ class FrameDeck {
   void load(int node, const Load& load);
   void more_load(int node, const Load& load);
   void temperature(int first, int last, double value);
+  void pressure(int node, double value);  ///< a pattern of its own, among those of temperature
   /// Gives a node local axes: X along a, Y in the plane of a and b.
   void turn(int node, const std::array<double, 3>& a, const std::array<double, 3>& b);
   void self_weight(const std::string& direction, double gravity = 9.81);
@@ -103,5 +106,28 @@ double moved(int node, int component);
 /// Record of an element by its running number, in a model whose records all have one length.
 LinearBeamRecord linear_record(int running);
 LargeBeam large_record(int running);
+VortexBeamRecord vortex_record(int running);
+
+/// The records of a run's groups, in their order: calls action(type, record, running) with the group's counts in
+/// `group`, as a pass does.
+struct GroupOfRecords {
+  int ITYPE, count;
+};
+template <class Action>
+void for_each_record(const std::vector<GroupOfRecords>& groups, Action&& action) {
+  int index = storage.KEDAT;
+  int running = 0;
+  for (const GroupOfRecords& g : groups) {
+    const ElementType& type = element_type(g.ITYPE);
+    group = {};
+    group.ITYPE = g.ITYPE;
+    group.NDOF = type.NDOF;
+    group.LFIX = type.LFIX;
+    group.LTAN = type.LTAN;
+    group.LAUX = type.LAUX;
+    group.LEI = type.LFIX + type.LTAN + type.LAUX;
+    for (int i = 0; i < g.count; ++i, index += group.LEI + 1) action(type, pool.words(index, group.LEI), ++running);
+  }
+}
 
 }  // namespace tidearc::test

@@ -1,74 +1,15 @@
 // Input of beam groups: cards, defaults, limits, generation, messages.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
-#include <numbers>
 
 #include "elements/beam/local_axes.h"
-#include "frame_deck.h"
-#include "run/stops.h"
+#include "group_deck.h"
+#include "run/layout.h"
 
 namespace tidearc::test {
 namespace {
-
-/// Three nodes in a row along x, 0, 2 and 4, the first held; node 4 on their line, node 5 above it.
-FrameDeck five_nodes(const std::string& group) {
-  FrameDeck deck;
-  for (const double x : {0.0, 2.0, 4.0, 10.0}) deck.node(x, 0, 0);
-  deck.node(1, 0, 3);
-  deck.fix(1, "111111");
-  deck.fix(4, "111111");
-  deck.fix(5, "111111");
-  deck.group(group);
-  deck.load(2, {0, 0, 0, 0, 0, 0});
-  deck.stat({one_step()});
-  return deck;
-}
-RunResult run_group(const std::string& group) { return run_deck(five_nodes(group).text()); }
-RunResult run_kept(const std::string& group) { return run_static(five_nodes(group).text()); }
-bool has(const std::string& text, const std::string& words) { return text.find(words) != std::string::npos; }
-/// The report with its box rows removed tells these words, the run ends with this status.
-void expect_stop(const std::string& group, const std::string& words, const std::string& place = "") {
-  const RunResult run = run_group(group);
-  EXPECT_EQ(run.status, status_fatal) << words;
-  EXPECT_TRUE(has(run.report, words)) << run.report;
-  EXPECT_TRUE(has(run.errors, place)) << run.errors;
-}
-void expect_data_error(const std::string& group, const std::string& words, const std::string& place) {
-  const RunResult run = run_group(group);
-  EXPECT_EQ(run.status, status_data_error) << words;
-  EXPECT_TRUE(has(run.report, words)) << run.report;
-  EXPECT_TRUE(has(run.errors, place)) << run.errors;
-}
-void expect_good(const std::string& group, const std::string& words = "") {
-  const RunResult run = run_group(group);
-  EXPECT_EQ(run.status, status_good) << run.errors;
-  EXPECT_TRUE(has(run.report, words)) << words;
-}
-
-LinearGroup linear() {
-  LinearGroup group;
-  group.section({.A = 1, .J = 1, .I3 = 1, .I2 = 1});
-  return group;
-}
-LargeGroup large(int type = 2) {
-  LargeGroup group;
-  group.ITYPE = type;
-  group.section({.A = 1, .IY = 1, .IZ = 1, .J = 1});
-  return group;
-}
-/// The group with its two usual elements.
-template <class Group>
-std::string with_elements(Group group) {
-  group.element({.I = 1, .J = 2});
-  group.element({.I = 2, .J = 3});
-  return group.text();
-}
-std::string replaced(std::string text, const std::string& part, const std::string& by) {
-  const std::size_t at = text.find(part);
-  EXPECT_NE(at, std::string::npos) << part;
-  return text.replace(at, part.size(), by);
-}
 
 TEST(BeamInput, EchoesTheGroupOfLinearBeams) {
   const RunResult run = run_group(with_elements(linear()));
@@ -207,24 +148,55 @@ TEST(BeamInput, PropertyCardsBearTheirNumbersInSequence) {
   expect_stop(with_elements(group), "** ERROR **  ECCENTRICITY TYPE NUMBERS SHOULD BE INPUT SEQUENTIALLY.");
 }
 
+/// Number of the deck line that starts with `words`, as messages name it.
+std::string line_starting(const std::string& group, const std::string& words) {
+  const std::string deck = five_nodes(group).text();
+  const auto at = static_cast<std::ptrdiff_t>(deck.find("\n" + words));
+  return "line " + std::to_string(2 + std::count(deck.begin(), deck.begin() + at, '\n'));
+}
+
 TEST(BeamInput, AModulusOrAnAreaOfZeroIsAWarning) {
   LinearGroup soft = linear();
   soft.E = 0;
   const RunResult run = run_group(with_elements(soft));
-  EXPECT_TRUE(has(run.report, std::string(130, 'W') + "\n YOUNGS MODULUS EITHER ZERO OR NEGATIVE")) << run.report;
-  LinearGroup thin;
-  thin.section({.J = 1, .I3 = 1, .I2 = 1});
-  EXPECT_TRUE(has(run_group(with_elements(thin)).report,
-                  std::string(130, 'W') + "\n AREA OF SECTION     1 EITHER ZERO OR NEGATIVE."));
+  EXPECT_TRUE(has(run.report, boxed('W', " YOUNGS MODULUS EITHER ZERO OR NEGATIVE"))) << run.report;
+  const std::string area_box = boxed('W', " AREA OF SECTION     2 EITHER ZERO OR NEGATIVE.");
+  for (const double area : {0.0, -2.0, 1e-9}) {
+    LinearGroup thin;
+    for (const double A : {1.0, area, 1.0}) thin.section({.A = A, .J = 1, .I3 = 1, .I2 = 1});
+    const std::string cards = with_elements(thin);
+    const RunResult with = run_group(cards);
+    EXPECT_EQ(has(with.report, area_box), area <= 0);
+    // The complaint is about the card of that section, not about the last one read.
+    EXPECT_EQ(has(with.errors, line_starting(cards, "    2    0") + ", columns 31-40: section 2"), area <= 0)
+        << with.errors;
+  }
 }
 
 TEST(BeamInput, ASectionOfShearAreasAloneIsFatal) {
-  LinearGroup group;
-  group.section({.AS2 = 1});
-  expect_stop(with_elements(group), std::string(130, 'F') + "\n PROPERTIES OTHER THAN SHEAR AREAS ARE ZERO");
-  LinearGroup nothing;
-  nothing.section({});
-  EXPECT_FALSE(has(run_group(with_elements(nothing)).report, "SHEAR AREAS ARE ZERO"));
+  const std::string words = boxed('F', " PROPERTIES OTHER THAN SHEAR AREAS ARE ZERO");
+  for (const LinearGroup::Section& s : {LinearGroup::Section{.AS2 = 1}, {.AS3 = 1}, {.AS2 = 1, .AS3 = 2}}) {
+    LinearGroup group;
+    group.section(s);
+    expect_stop(with_elements(group), words, "columns 11-90");
+  }
+  // Any other property of the section, or no shear area, is not this.
+  for (const LinearGroup::Section& s : {LinearGroup::Section{},
+                                        {.OD = 1, .AS2 = 1},
+                                        {.t = 1, .AS2 = 1},
+                                        {.A = 1, .AS2 = 1},
+                                        {.ID = 1, .AS2 = 1},
+                                        {.J = 1, .AS2 = 1},
+                                        {.I3 = 1, .AS2 = 1},
+                                        {.I2 = 1, .AS3 = 1}}) {
+    LinearGroup group;
+    group.section(s);
+    EXPECT_FALSE(has(run_group(with_elements(group)).report, "SHEAR AREAS ARE ZERO"));
+  }
+  // What the water asks of a section is none of its properties.
+  LinearGroup wet;
+  wet.section({.AS2 = 1, .growth = 3});
+  expect_stop(with_elements(wet), words);
 }
 
 TEST(BeamInput, ATubeFillsWhatTheSectionLeavesAtZero) {
@@ -358,17 +330,45 @@ TEST(BeamInput, AThirdNodeOnTheLineTakesSACSAxesForThatElement) {
 }
 
 TEST(BeamInput, InitialForcesExcludeACatenary) {
-  LinearGroup group = linear();
-  group.element({.I = 1, .J = 2, .CAT = 1, .INIT = 1, .further = "\n\n"});
-  expect_stop(group.text(), "** ERROR **  CAN NOT SPECIFY INITIAL MOMENTS AND CATENARY GENERATION.", "columns 68-72");
-  for (const int INIT : {1, 2, 3}) {
+  const std::string words = "** ERROR **  CAN NOT SPECIFY INITIAL MOMENTS AND CATENARY GENERATION.";
+  // Both further cards of a linear beam follow any code, and the first bears moments.
+  for (const int INIT : {1, 2, 9, -1}) {
+    LinearGroup group = linear();
+    group.element({.I = 1, .J = 2, .CAT = 1, .INIT = INIT, .further = "\n\n"});
+    expect_stop(group.text(), words, "columns 68-72");
+  }
+  LinearGroup without = linear();
+  without.element({.I = 1, .J = 2, .axial = 4.0, .CAT = 1});
+  expect_good(without.text(), "     KEY     MESSAGE");
+  for (const int INIT : {0, 1, 2, 3}) {
     LargeGroup other = large();
-    other.element({.I = 1, .J = 2, .CAT = 1, .INIT = INIT, .further = INIT == 3 ? "\n\n" : "\n"});
-    if (INIT == 2) {
-      expect_good(other.text(), "INITIAL DEFORMATIONS");
+    other.element({.I = 1,
+                   .J = 2,
+                   .axial = 4.0,
+                   .CAT = 1,
+                   .INIT = INIT,
+                   .further = std::string(INIT == 3   ? "\n\n"
+                                          : INIT == 0 ? ""
+                                                      : "\n")});
+    if (INIT == 1 || INIT == 3) {
+      expect_stop(other.text(), words, "columns 81-90");
     } else {
-      expect_stop(other.text(), "** ERROR **  CAN NOT SPECIFY INITIAL MOMENTS AND CATENARY GENERATION.",
-                  "columns 81-90");
+      expect_good(other.text(), INIT == 2 ? "INITIAL DEFORMATIONS" : "     KEY     MESSAGE");
+    }
+  }
+}
+
+TEST(BeamInput, InitialCodesOfLargeBeamsAre0To3) {
+  for (const int type : {2, 27}) {
+    for (const int INIT : {-1, 4, 10}) {
+      LargeGroup group = large(type);
+      group.viv = "\n\n\n";
+      group.element({.I = 1, .J = 2, .INIT = INIT});
+      group.element({.I = 2, .J = 3});
+      expect_data_error(
+          group.text(),
+          " ELEMENT     1  INITIAL CODE" + format("I6", INIT) + "  IS NOT 0, 1, 2 OR 3, ENTERING CHEC MODE",
+          "columns 86-90");
     }
   }
 }
@@ -400,69 +400,6 @@ TEST(BeamInput, TheAngleOfALargeSectionTurnsItsAxes) {
   const LargeBeam beam = large_record(1);
   EXPECT_NEAR(beam.TELEM[4], std::cos(0.5), 1e-15);
   EXPECT_NEAR(beam.TELEM[5], std::sin(0.5), 1e-15);
-}
-
-const std::string vortex_cards =
-    "    1    3       0.2       0.9       1.1       2.0       3.0       4.0       0.5       1.4      4711          "
-    "256\n"
-    "    3    2LIFT COEFFICIENTS\nBY AMPLITUDE\n 0.10 0.20 0.30\n       1.0       2.0\n       3.0       4.0\n"
-    "       5.0       6.0\n";
-
-std::string vortex_group(int kviv = 2, int NSUB = 1, const std::string& cards = vortex_cards) {
-  LargeGroup group = large(27);
-  group.kviv = kviv;
-  group.NSUB = NSUB;
-  group.viv = cards;
-  return with_elements(group);
-}
-
-TEST(VortexInput, EchoesItsCardsAndRunsAsALargeBeam) {
-  const RunResult run = run_group(vortex_group());
-  EXPECT_EQ(run.status, 0) << run.errors << run.report;
-  for (const char* words : {"3-D LINEAR BEAM-COLUMN WITH GEOMETRIC STIFFNESS AND VIV",
-                            "LENGTH OF ELEMENT INFORMATION .................. = 1484",
-                            "MEMBER LOCAL AXIS ORIENTATION (KDEF)",
-                            "VIV ALGORITHM (kviv) ........................... =    2",
-                            "POST RESULT FLAG (=0 EFFECTIVE FORCE)",
-                            "INPLANE MOTION 0=STEADY 1=OSCILLATORY .......... =    1",
-                            "NUMBER OF CORRELATED GAUSS POINTS (nnc) ........ =    3",
-                            "STROUHAL NUMBER (DEFAULT= Re Dependent)",
-                            "BASE LIFT COEFFICIENT (cl0)",
-                            "BASE DRAG COEFFICIENT (cd0)",
-                            "BEGIN RAMP TIME (trampb)",
-                            "LIFT RAMP TIME (trampl)",
-                            "START TIME FOR VIV TRACKING (timrwl)",
-                            "SHEDDING FREQUENCY DISTRIBUTION (alpha)",
-                            "LOCK-IN CUTOFF (cutoff)",
-                            "RANDOM NUMBER SEED (iseed) ..................... = 4711",
-                            "BLOCK FACTOR (blokfac) (default=1.0) ........... =  0.1000E+01",
-                            "LIFT COEFFICIENTS",
-                            "BY AMPLITUDE",
-                            "0.2000",
-                            "6.0000E+00",
-                            " (NONLINEAR ELASTIC BEAM-COLUMN ELEMENTS) TIME ="})
-    EXPECT_TRUE(has(run.report, words)) << words;
-  EXPECT_FALSE(has(run.report, "** warning **"));
-}
-
-TEST(VortexInput, OnlyTheSecondAlgorithmExists) {
-  for (const int kviv : {0, 1, 3}) {
-    expect_stop(vortex_group(kviv), "** ERROR **  Only Rev 2 algorithm available at this time.", "columns 26-30");
-  }
-}
-
-TEST(VortexInput, MoreThanOneSegmentIsAWarning) {
-  const RunResult run = run_group(vortex_group(2, 2));
-  EXPECT_EQ(run.status, 0);
-  EXPECT_TRUE(
-      has(run.report, "** warning ** more than one segment but only the first segment is used for viv calculations."));
-}
-
-TEST(VortexInput, ATableMustFit) {
-  const std::string first = vortex_cards.substr(0, vortex_cards.find('\n') + 1);
-  expect_stop(vortex_group(2, 1, first + "  101    1\n\n"), "COEFFICIENT TABLE OF   101 BY     1 VALUES IS TOO LARGE.");
-  expect_stop(vortex_group(2, 1, first + "   90    9\n\n"), "IS TOO LARGE.");
-  expect_good(vortex_group(2, 1, first + "    0    0\n\n"));
 }
 
 }  // namespace

@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
+#include "elements/beam/local_axes.h"
 #include "elements/beam/natural.h"
 
 namespace tidearc::test {
@@ -86,11 +88,11 @@ TEST(MovingFrame, TheStartFrameGivesHalfTheSquareOfTheRotation) {
 
 TEST(MovingFrame, TheEndFrameFollowsChordAndMeanTwist) {
   const Vector3 rI = {0.1, 0, 0}, rJ = {0.3, 0, 0};
-  const BeamAxes end = end_frame(master, Vector3{1, 0, 0}, {zero, rI, zero, rJ});
+  const BeamAxes end = end_frame(2, master, Vector3{1, 0, 0}, {zero, rI, zero, rJ});
   const BeamAxes expected = {1, 0, 0, 0, std::cos(0.2), std::sin(0.2), 0, -std::sin(0.2), std::cos(0.2)};
   for (std::size_t i = 0; i < 9; ++i) EXPECT_NEAR(end[i], expected[i], 1e-15);
   const RigidTurn turn(1.2);
-  const BeamAxes turned = end_frame(master, Vector3{std::cos(1.2), std::sin(1.2), 0}, turn.motion());
+  const BeamAxes turned = end_frame(2, master, Vector3{std::cos(1.2), std::sin(1.2), 0}, turn.motion());
   EXPECT_NEAR(turned[0], std::cos(1.2), 1e-15);
   EXPECT_NEAR(turned[8], 1.0, 1e-15);
 }
@@ -104,13 +106,43 @@ TEST(MovingFrame, AHalfStepTwistsByAQuarterOfTheSum) {
 }
 
 TEST(MovingFrame, ATwistWithinTheLimitIsNotApplied) {
-  // The limit 1.0E-6 is on the quarter of the sum in a half-step, on the half of it at the end.
+  // The limit 1.0E-6 is on the quarter of the sum in a half-step, and in code 1 on the half of it at the end.
   const auto twist = [](double sum) { return Vector3{sum, 0, 0}; };
   const Vector3 chord = {1, 0, 0};
   EXPECT_EQ(deformation_frame(2, master, chord, {zero, twist(4e-6), zero, zero}).axes, master);
   EXPECT_NE(deformation_frame(2, master, chord, {zero, twist(4.01e-6), zero, zero}).axes, master);
-  EXPECT_EQ(end_frame(master, chord, {zero, twist(2e-6), zero, zero}), master);
-  EXPECT_NE(end_frame(master, chord, {zero, twist(2.01e-6), zero, zero}), master);
+  for (const int code : {1, 0, 4}) {
+    EXPECT_EQ(end_frame(code, master, chord, {zero, twist(2e-6), zero, zero}), master);
+    EXPECT_NE(end_frame(code, master, chord, {zero, twist(2.01e-6), zero, zero}), master);
+  }
+}
+
+TEST(MovingFrame, HalfStepsLoseNoTwistAtTheEnd) {
+  // A shaft that turns by 0.001 in ten thousand increments of 1.0E-7.
+  const Vector3 chord = {1, 0, 0}, r = {1e-7, 0, 0};
+  for (const int code : {2, 3}) {
+    BeamAxes axes = master;
+    for (int k = 0; k < 10000; ++k) axes = end_frame(code, axes, chord, {zero, r, zero, r});
+    EXPECT_NEAR(axes[5], std::sin(0.001), 1e-14) << code;
+    EXPECT_NEAR(axes[4], std::cos(0.001), 1e-12) << code;
+  }
+}
+
+TEST(MovingFrame, AnIncrementThatMovesBothEndsAlikeChangesNoDigitOfTheFrame) {
+  // A frame whose x differs in its last digits from what its chord gives anew.
+  const LocalAxes local =
+      local_axes(Vector3{0.1, 0.7, 0.3}, Vector3{1.4, 2.8, 1.9}, std::array<double, 6>{}, nullptr, axes_SACS, 0.2);
+  BeamAxes frame;
+  std::copy_n(local.axes, 9, frame.begin());
+  frame[0] = std::nextafter(frame[0], 2.0);
+  const Vector3 chord = {1.3, 2.1, 1.6};
+  for (const Vector3& d : {zero, Vector3{0.3, -0.2, 7.0}}) {
+    for (const int code : {1, 2, 3}) {
+      const EndMotion motion{d, zero, d, zero};
+      EXPECT_EQ(deformation_frame(code, frame, chord, motion).axes, frame);
+      EXPECT_EQ(end_frame(code, frame, chord, motion), frame);
+    }
+  }
 }
 
 TEST(MovingFrame, TestingTheTwistItselfWouldNeverEnd) {

@@ -1,89 +1,17 @@
-// The operations of the beams on the work block: damping, dynamic forces, matrix delivery, flags.
+// The operations of the beams on the work block: forces, matrix delivery, flags.
 #include "elements/beam/operations.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <cstring>
 
-#include "elements/beam/local_axes.h"
-#include "elements/beam/natural.h"
-#include "elements/beam/offsets.h"
-#include "elements/beam/record.h"
-#include "elements/contract/group.h"
+#include "beam_block.h"
 #include "elements/contract/types.h"
-#include "model/patterns.h"
 
 namespace tidearc::test {
 namespace {
-
-using Vector12 = std::array<double, 12>;
-using Full = std::array<double, 144>;
-
-/// A member along (1,2,2)/3 of length 3 with offsets, in the work block.
-template <class Beam>
-void place(Beam& beam) {
-  const double ECC[6] = {0.1, -0.2, 0.3, 0.2, 0.0, 0.4};
-  std::ranges::copy(ECC, beam.ECC);
-  beam.KECC = 1;
-  const LocalAxes local =
-      local_axes(std::array<double, 3>{0, 0, 0}, std::array<double, 3>{1.3, 2.1, 1.6}, ECC, nullptr, axes_SACS, 0.2);
-  beam.XL = local.length;
-  std::ranges::copy(local.axes, beam.TELEM);
-}
-
-class Beams : public ::testing::Test {
- protected:
-  void SetUp() override {
-    group = {};
-    element = {};
-    patterns.have_temperatures = false;
-  }
-  LinearBeamRecord& linear() {
-    group.ITYPE = 3;
-    group.LFIX = 530;
-    LinearBeamRecord& beam = current_record<LinearBeamRecord>();
-    place(beam);
-    beam.K = beam_stiffness(50, 7, {4, 2}, {9, 4.5}, beam.XL);
-    beam.head.KSTIF = 1;
-    return beam;
-  }
-  LargeBeam& large(int KSD = 2) {
-    group.ITYPE = 2;
-    group.LFIX = 668;
-    LargeBeam& beam = current_record<LargeBeam>();
-    place(beam);
-    std::ranges::copy(beam.TELEM, beam.START);
-    for (std::size_t i = 0; i < 3; ++i) beam.CHORD[i] = beam.XL * beam.TELEM[i];
-    natural_transformation(beam.TELEM, beam.XL, beam.TGLOB);
-    beam.EI2L = 1;
-    beam.EI3L = 2.25;
-    beam.GJL = 7;
-    beam.EAL = 50;
-    beam.KSD = KSD;
-    return beam;
-  }
-  static Full unpacked() {
-    Full K{};
-    std::size_t at = 0;
-    for (std::size_t i = 0; i < 12; ++i) {
-      for (std::size_t j = i; j < 12; ++j) K[i + 12 * j] = K[j + 12 * i] = element.EMAT[at++];
-    }
-    return K;
-  }
-  static Vector12 times(const Full& K, const Vector12& v) {
-    Vector12 f{};
-    for (std::size_t j = 0; j < 12; ++j) {
-      for (std::size_t i = 0; i < 12; ++i) f[i] += K[i + 12 * j] * v[j];
-    }
-    return f;
-  }
-  static void set(std::array<double, most_freedoms>& to, const Vector12& v) { std::ranges::copy(v, to.begin()); }
-};
-
-constexpr Vector12 some = {0.1, 0.2, -0.3, 0.4, 0.5, -0.6, 0.7, 1.0, 0.5, 0.1, 0.2, 0.3};
-constexpr Vector12 other = {0.3, -0.1, 0.2, -0.2, 0.1, 0.4, 0.2, -0.3, 0.6, 0.5, -0.7, 0.1};
 
 TEST_F(Beams, ForcesOfTheLinearBeamAreItsMatrixTimesItsDisplacements) {
   LinearBeamRecord& beam = linear();
@@ -108,25 +36,6 @@ TEST_F(Beams, TheLinearBeamDeliversChangesAndScalesForDamping) {
   STIF03(1, 0.25, 0.5, false);
   Full change = unpacked();
   for (std::size_t i = 0; i < 144; ++i) EXPECT_NEAR(change[i], 0.75 * K[i], 1e-13);
-}
-
-TEST_F(Beams, DampingOfTheLinearBeamIsItsMatrixTimesVelocity) {
-  linear();
-  STIF03(0, 0, 0, true);
-  const Full K = unpacked();
-  group.BETAO = 0.2;
-  group.BETAT = 0.3;
-  set(element.EVEL, some);
-  set(element.EACC, other);
-  RESP03();
-  DYNF03(0.5, 2.0);
-  Vector12 rate;
-  for (std::size_t i = 0; i < 12; ++i) rate[i] = 1.5 * some[i] + 2.0 * other[i];
-  const Vector12 f = times(K, some), g = times(K, rate);
-  for (std::size_t i = 0; i < 12; ++i) {
-    EXPECT_NEAR(element.EDAMP[i], 0.5 * f[i], 1e-12);
-    EXPECT_NEAR(element.EDYNF[i], 0.5 * g[i], 1e-12);
-  }
 }
 
 TEST_F(Beams, ASmallMotionOfTheLargeBeamGivesItsMatrixTimesTheMotion) {
@@ -162,34 +71,6 @@ TEST_F(Beams, TheLargeBeamsMatrixIsSymmetricUnderForceAndFollowsItsFrame) {
   EXPECT_GT(std::abs(beam.P), 1.0);
 }
 
-TEST_F(Beams, DampingOfTheLargeBeamHasItsInitialAndItsTangentMatrix) {
-  LargeBeam& beam = large();
-  STIF02(0, 0, 0, true);
-  const Full initial = unpacked();  // no force yet, the frame of input
-  set(element.EDISP, some);
-  SDET02();
-  STIF02(0, 0, 0, true);
-  const Full tangent = unpacked();
-  STIF02(1, 0.25, 0.5, true);
-  const Full both = unpacked();
-  for (std::size_t i = 0; i < 144; ++i) EXPECT_NEAR(both[i], 0.25 * initial[i] + 1.5 * tangent[i], 1e-12);
-  group.BETAO = 0.2;
-  group.BETAT = 0.3;
-  set(element.EVEL, some);
-  set(element.EACC, other);
-  RESP02();
-  DYNF02(0.5, 2.0);
-  Vector12 rate;
-  for (std::size_t i = 0; i < 12; ++i) rate[i] = 1.5 * some[i] + 2.0 * other[i];
-  const Vector12 f0 = times(initial, some), f1 = times(tangent, some), g0 = times(initial, rate),
-                 g1 = times(tangent, rate);
-  for (std::size_t i = 0; i < 12; ++i) {
-    EXPECT_NEAR(element.EDAMP[i], 0.2 * f0[i] + 0.3 * f1[i], 1e-11);
-    EXPECT_NEAR(element.EDYNF[i], 0.2 * g0[i] + 0.3 * g1[i], 1e-11);
-  }
-  EXPECT_EQ(beam.KSD, 2);
-}
-
 TEST_F(Beams, ASmallRigidMotionGivesTheLargeBeamNoForce) {
   for (const int KSD : {1, 2, 3}) {
     SetUp();
@@ -223,6 +104,73 @@ TEST_F(Beams, NoAxialTermsLeaveTheBendingStiffnessAlone) {
   SDET02();
   const double own = 4 * beam.EI2L + beam.P * beam.XL / 7.5, across = 2 * beam.EI2L - 0.25 * beam.P * beam.XL / 7.5;
   EXPECT_NEAR(beam.QNAT[0], own * beam.ENAT[0] + across * beam.ENAT[1], 1e-13);
+}
+
+TEST_F(Beams, ExtremesStartAnewAtThePresentValues) {
+  for (const int type : {3, 2, 27}) {
+    SetUp();
+    LinearBeamRecord& three = linear();
+    BeamEnvelope* envelope = &three.envelope;
+    if (type != 3) {
+      std::fill_n(record_words(), 700, 0);
+      envelope = &large().envelope;
+    }
+    const ElementOperations& operations = element_type(type).operations;
+    for (const double factor : {1.0, -0.5}) {
+      for (std::size_t i = 0; i < 12; ++i) element.EDISP[i] = (factor - (factor < 0 ? 1.0 : 0.0)) * 0.01 * some[i];
+      operations.state();
+    }
+    EXPECT_GT(envelope->forces.largest[6], envelope->forces.smallest[6]);
+    element.TIME = 7.0;
+    operations.restart_envelope();
+    Vector12 present_forces;
+    if (type == 3) {
+      std::copy_n(three.F, 12, present_forces.begin());
+    } else {
+      const LargeBeam& two = current_record<LargeBeam>();
+      natural_to_local(two.QNAT, two.XL, present_forces);
+    }
+    for (std::size_t i = 0; i < 12; ++i) {
+      for (const Extremes* of : {&envelope->forces, &envelope->deformations}) {
+        EXPECT_EQ(of->largest[i], of->smallest[i]);
+        EXPECT_EQ(of->largest_time[i], 7.0);
+        EXPECT_EQ(of->smallest_time[i], 7.0);
+      }
+      EXPECT_EQ(envelope->forces.largest[i], present_forces[i]);
+    }
+    const double axial = type == 3 ? three.U[6] : current_record<LargeBeam>().ENAT[5];
+    EXPECT_EQ(envelope->deformations.largest[6], axial);
+    EXPECT_NE(axial, 0.0);
+  }
+}
+
+TEST_F(Beams, TheEndFrameKeepsASmallTwistInCodes2And3) {
+  for (const int KSD : {1, 2, 3}) {
+    SetUp();
+    LargeBeam& beam = large(KSD);
+    beam.KECC = 0;
+    const LargeBeam before = beam;
+    // Both ends turn by 4E-7 about the member.
+    for (std::size_t i = 0; i < 3; ++i) element.EDISP[3 + i] = element.EDISP[9 + i] = 4e-7 * beam.TELEM[i];
+    SDET02();
+    for (std::size_t i = 0; i < 3; ++i) {
+      const double y = before.TELEM[3 + i] + (KSD == 1 ? 0.0 : 4e-7 * before.TELEM[6 + i]);
+      EXPECT_NEAR(beam.TELEM[3 + i], y, 1e-12) << KSD;
+    }
+  }
+}
+
+TEST_F(Beams, AnIncrementOfZeroLeavesTheStateOfALargeBeamToItsLastDigit) {
+  for (const int KSD : {1, 2, 3}) {
+    SetUp();
+    LargeBeam& beam = large(KSD);
+    set(element.EDISP, some);
+    SDET02();
+    const LargeBeam before = beam;
+    element.EDISP = {};
+    SDET02();
+    EXPECT_EQ(std::memcmp(&before, &beam, sizeof(LargeBeam)), 0) << KSD;
+  }
 }
 
 TEST_F(Beams, TypesHaveNoEventsAndTwoNodesInTheGraph) {

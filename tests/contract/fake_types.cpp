@@ -67,7 +67,12 @@ void stretch_spring() {
     log_state_change(change);
   }
   spring.code = code;
-  spring.largest = std::max(spring.largest, spring.difference[0]);
+  if (spring.difference[0] > spring.largest) {
+    spring.largest = spring.difference[0];
+    spring.largest_time = element.TIME;
+  }
+  spring.speed = element.EVEL[0] - element.EVEL[3];
+  spring.growth = element.EACC[0] - element.EACC[3];
   spring.head.KSTIF = spring.code == spring.last_code ? 0 : 1;
   note("state");
 }
@@ -85,7 +90,8 @@ void resist_spring() {
   for (std::size_t i = 0; i < 6; ++i) element.EDAMP[i] = 3.0 * element.EVEL[i];
 }
 
-MatrixForm form_spring(int, double, double, bool reset) {
+MatrixForm form_spring(int KFORM, double c1, double c2, bool reset) {
+  factors.push_back({static_cast<double>(KFORM), c1, c2});
   FakeSpring& spring = current_record<FakeSpring>();
   const double k = spring_stiffness(spring);
   for (std::size_t j = 0; j < 6; ++j) {
@@ -114,6 +120,13 @@ ElementEvent spring_event() {
   const double left = 1.0 - spring.difference[0];
   spring.difference[0] += change;  // in the work block alone
   return change == 0.0 ? ElementEvent{1.0, 1} : ElementEvent{left / std::abs(change), change > 0.0 ? 7 : 8};
+}
+
+void restart_spring_envelope() {
+  FakeSpring& spring = current_record<FakeSpring>();
+  spring.largest = spring.difference[0];
+  spring.largest_time = element.TIME;
+  note("restart");
 }
 
 void print_spring_envelope() { note("envelope"); }
@@ -186,8 +199,9 @@ MatrixForm form_latch(int, double, double, bool) {
 
 constexpr ElementOperations latch = {read_latches, move_latch, resist_latch, nullptr,
                                      form_latch,   nullptr,    nullptr,      nullptr};
-constexpr ElementOperations spring = {read_springs, stretch_spring, resist_spring,         damp_spring,
-                                      form_spring,  spring_event,   print_spring_envelope, print_spring};
+constexpr ElementOperations spring = {read_springs,          stretch_spring, resist_spring,
+                                      damp_spring,           form_spring,    spring_event,
+                                      print_spring_envelope, print_spring,   restart_spring_envelope};
 constexpr ElementOperations block = {read_blocks, move_block, resist_block, nullptr,
                                      form_block,  nullptr,    nullptr,      nullptr};
 

@@ -3,6 +3,7 @@
 // others are not available.
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,8 @@ struct FakeSpring {
   double stiffness;
   double difference[3];
   double largest;  ///< envelope: largest first difference
+  double largest_time;
+  double speed, growth;  ///< first differences of EVEL and EACC at the last determination
   double tangent[21];
 };
 inline constexpr int spring_words = words(sizeof(FakeSpring));
@@ -47,6 +50,8 @@ inline constexpr int latch_first = words(sizeof(FakeLatch)) - 3;  // odd, as no 
 
 /// What the operations were called for, in order: "state 1/3" for element 3 of group 1.
 inline std::vector<std::string> calls;
+/// KFORM, c1 and c2 of every matrix that springs were asked for, in order.
+inline std::vector<std::array<double, 3>> factors;
 /// Envelope and print lines of springs carry the group and element number.
 
 }  // namespace tidearc::test

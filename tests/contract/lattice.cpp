@@ -53,6 +53,7 @@ std::vector<std::vector<Word>> records_at_hand() {
 Line::Line(int node_count, const std::string& cards, int groups, bool turned, int pool_words) : scratch_(cards) {
   reset_model();
   calls.clear();
+  factors.clear();
   solver.KSTOR = scheme == Scheme::core ? 1 : 2;
   keep_scratch_in_memory(scheme != Scheme::disk);
   pool.allocate(pool_words);
@@ -102,6 +103,7 @@ void Line::update_state() const {
 std::string group_card(int ITYPE, int NUMEL, int NFIRST, const std::string& title) {
   return format("3I5,2F10.2,5X,A40", ITYPE, NUMEL, NFIRST, 0.5, 0.25, title) + "\n";
 }
+std::string undamped_group_card(int ITYPE, int NUMEL, int NFIRST) { return format("3I5", ITYPE, NUMEL, NFIRST) + "\n"; }
 std::string node_card(int node) { return format("I5", node) + "\n"; }
 std::string spring_card(int number, int I, int J, double stiffness) {
   return format("3I5,F10.2", number, I, J, stiffness) + "\n";

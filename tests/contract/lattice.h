@@ -47,7 +47,9 @@ class Line {
   Scratch scratch_;
 };
 
+/// Header of a group with BETAO 0.5 and BETAT 0.25, or of one without damping.
 std::string group_card(int ITYPE, int NUMEL, int NFIRST = 1, const std::string& title = "TITLE");
+std::string undamped_group_card(int ITYPE, int NUMEL, int NFIRST = 1);
 std::string node_card(int node);
 std::string spring_card(int number, int I, int J, double stiffness = 100.0);
 

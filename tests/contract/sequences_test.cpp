@@ -20,6 +20,7 @@
 #include "model/nodes.h"
 #include "run/tapefile.h"
 #include "run/units.h"
+#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/solver.h"
 
@@ -62,9 +63,21 @@ double stiffness(const Element& e) {
   return e.kind == Kind::block ? 11.0 : e.current.x;
 }
 
-double force(const Element& e) {
-  if (e.kind == Kind::spring) return stiffness(e) * e.current.x;
-  return e.kind == Kind::block ? e.current.x : 2.0 * e.current.x;
+/// Forces in X on the nodes of elements that went from their kept states through an increment.
+std::vector<double> midstep_forces(const std::vector<Element>& elements, const std::vector<double>& du) {
+  std::vector<double> R(node_count + 1);
+  for (const Element& e : elements) {
+    double x = e.kept_current.x + x_of(e.node_i, du);
+    if (e.kind == Kind::spring) {
+      x -= x_of(e.node_j, du);
+      const double force = (x > 1.0 ? 50.0 : 100.0) * x;
+      R[static_cast<std::size_t>(e.node_i)] += force;
+      R[static_cast<std::size_t>(e.node_j)] -= force;
+    } else {
+      R[static_cast<std::size_t>(e.node_i)] += e.kind == Kind::block ? x : 2.0 * x;
+    }
+  }
+  return R;
 }
 
 /// The same model in a handful of lines.
@@ -141,10 +154,11 @@ struct Model {
     }
     return delivered;
   }
-  double sum_of_forces() const {
-    double sum = 0.0;
-    for (const Element& e : elements) sum += force(e);
-    return sum;
+  void restart_envelopes() {
+    take_over();
+    for (Element& e : elements) {
+      if (e.kind == Kind::spring) e.current.largest = e.reference.largest = e.current.x;
+    }
   }
 };
 
@@ -181,7 +195,7 @@ class Sequence {
     solver.KRESET = 1;
     solver.NELCHK = 1;
     for (int i = 0; i < 40; ++i) {
-      act(below(random_, 8));
+      act(below(random_, 10));
       compare_records();
       if (testing::Test::HasFailure()) return;
     }
@@ -211,6 +225,12 @@ class Sequence {
       save();
     } else if (action == 6) {
       if (kept_) recover();
+    } else if (action == 7) {
+      restart_element_envelopes();
+      model_.restart_envelopes();
+      put_U0();
+    } else if (action == 8) {
+      if (kept_) go_half_way();
     } else {
       read_only();
     }
@@ -222,10 +242,23 @@ class Sequence {
       equation_vector(arrays.U)(e) = u;
       model_.U[static_cast<std::size_t>(e - 1)] = u;
     }
-    determine_states();
+    equation_vector(arrays.VD)(1 + below(random_, equations)) = below(random_, 9);
+    determine_states({.damped = arrays.VD, .damping = arrays.DAMP});
     model_.determine();
     EXPECT_EQ(solver.NELCHK, model_.NELCHK) << trail_;
-    for (int e = 1; e <= equations; ++e) note(equation_vector(arrays.R)(e));
+    note_vectors(arrays.R, arrays.DAMP);
+  }
+  void go_half_way() {
+    std::vector<double> du(equations);
+    for (int node = 1; node < node_count; ++node) {
+      const int e = 3 * (node - 1) + 1;
+      equation_vector(arrays.BFGS1)(e) = du[static_cast<std::size_t>(e - 1)] = 0.5 * (below(random_, 9) - 4);
+    }
+    determine_midstep(arrays.BFGS1, arrays.VD, arrays.BFGS2, arrays.DAMP);
+    const std::vector<double> R = midstep_forces(model_.elements, du);
+    for (int node = 1; node < node_count; ++node)
+      EXPECT_EQ(equation_vector(arrays.BFGS2)(3 * (node - 1) + 1), R[static_cast<std::size_t>(node)]) << trail_;
+    note_vectors(arrays.BFGS2, arrays.DAMP);
   }
   void put_U0() {
     for (int e = 1; e <= equations; ++e) {
@@ -269,6 +302,7 @@ class Sequence {
     put_U0();
   }
   void read_only() {
+    RZERO(equation_vector(arrays.BFGS1).data(), equations);
     equation_vector(arrays.BFGS1)(1) = 1.0;
     note(first_event(arrays.BFGS1).EFAC);
     sum_resisting_forces(arrays.WORK);
@@ -276,6 +310,12 @@ class Sequence {
     print_elements();
   }
 
+  void note_vectors(int first, int second) {
+    for (int e = 1; e <= equations; ++e) {
+      note(equation_vector(first)(e));
+      note(equation_vector(second)(e));
+    }
+  }
   void note(double value) {
     std::array<Word, 2> words;
     std::memcpy(words.data(), &value, sizeof value);

@@ -1,4 +1,4 @@
-// Dynamic load control card and the record sections without records.
+// Dynamic load control card, the tables of the records, and the record sections without records.
 #include "model/records.h"
 
 #include "load_model.h"
@@ -86,19 +86,50 @@ TEST(RecordSections, GiveEachRecordTwoEndPointsMore) {
   EXPECT_EQ(dynamic_loads.MXPNT, 42);
 }
 
-TEST(RecordSections, WithRecordsStopAtTheirHeading) {
+TEST(RecordSections, LayTwoTablesDownForEachKind) {
   const std::array<int DynamicLoadBlock::*, 3> counts{&DynamicLoadBlock::NGACC, &DynamicLoadBlock::NDFRC,
                                                       &DynamicLoadBlock::NIDSP};
-  const std::array<std::string, 3> headings{"GROUND ACCELERATION RECORDS", "DYNAMIC FORCE RECORDS",
-                                            "IMPOSED DISPLACEMENT HISTORIES"};
   for (std::size_t kind = 0; kind < 3; ++kind) {
     LoadModel model("", row_of_nodes(1));
-    dynamic_loads.*counts[kind] = 1;
+    dynamic_loads.*counts[kind] = 2;
+    dynamic_loads.MXPNT = 10;
+    const int before = storage.NEXT;
+    EXPECT_EQ(stop_of(RECRIN), status_io) << "the deck has no records";
+    // Two reals for each of 2 by 12 entries; then two integers for each record.
+    EXPECT_EQ(storage.NEXT - before, 2 * 2 * 12 * 2 + 2 * 2);
+  }
+}
+
+TEST(RecordSections, AVesselHasSixDisplacementRecordsMore) {
+  LoadModel model("", row_of_nodes(1));
+  dynamic_loads.IVESSL = 1;
+  RECRIN();
+  EXPECT_EQ(record_table(RecordKind::displacement).rows, 6);
+  EXPECT_TRUE(record_exists(RecordKind::displacement, 6));
+  EXPECT_FALSE(record_exists(RecordKind::displacement, 7));
+  EXPECT_EQ(record_value(RecordKind::displacement, 6, 1.0), 0.0) << "until the vessel moves";
+  EXPECT_TRUE(has_line(model.scratch.report(), " IMPOSED DISPLACEMENT HISTORIES\n\n (NONE)"));
+  LoadModel other("", row_of_nodes(1));
+  dynamic_loads.IVESSL = 2;
+  RECRIN();
+  EXPECT_EQ(record_table(RecordKind::displacement).rows, 0);
+}
+
+TEST(RecordSections, RecordsOfTheProblemBeforeAreGone) {
+  LoadModel model("", row_of_nodes(1));
+  load_records.tables[0].rows = 5;
+  RECRIN();
+  EXPECT_EQ(record_value(RecordKind::ground, 1, 0.0), 0.0);
+  EXPECT_FALSE(record_exists(RecordKind::ground, 1));
+}
+
+TEST(RecordSections, TablesThatDoNotFitStopInPhaseSeven) {
+  for (const int records : {1000, 99999}) {
+    LoadModel model("", row_of_nodes(1));
+    dynamic_loads.NDFRC = records;
+    dynamic_loads.MXPNT = 99999;
     EXPECT_EQ(stop_of(RECRIN), status_fatal);
-    const std::string report = trimmed(model.scratch.report());
-    EXPECT_TRUE(report.ends_with("1\n " + headings[kind] + "\nFATAL ERROR DETECTED IN RECRIN - JOB ABORTED\n"))
-        << report;
-    EXPECT_EQ(count_of_text(model.scratch.errors(), "1 " + headings[kind] + " asked for"), 1) << model.scratch.errors();
+    EXPECT_EQ(count_of_text(model.scratch.report(), "INPUT PHASE - DYNAMIC FORCE RECORDS"), 1);
   }
 }
 

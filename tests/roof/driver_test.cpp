@@ -139,17 +139,6 @@ TEST(Driver, RestIsHonouredInACheckRunToo) {
   }
 }
 
-TEST(Driver, AnalysesThatDoNotStandStopByTheirNameInBothModes) {
-  for (const std::string word : {"DYN1", "DYN2"}) {
-    for (const std::string& deck : {deck_with(word), checked_deck_with(word)}) {
-      ProcessRun process(deck);
-      EXPECT_EQ(process.run(), status_fatal) << word;
-      EXPECT_TRUE(contains(process.report(), "FATAL ERROR DETECTED IN " + word + "   - JOB ABORTED\n"));
-      EXPECT_TRUE(contains(process.errors(), "THE MACRO " + word + " IS NOT AVAILABLE")) << process.errors();
-    }
-  }
-}
-
 TEST(Driver, TwoProblemsRunOneAfterTheOther) {
   TrussDeck first = bar_without_macros();
   first.title = "P4.314  FIRST";

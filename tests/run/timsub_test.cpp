@@ -55,6 +55,26 @@ TEST(Timer, AStopCountsOneCallAndAddsTheTimeSinceTheStart) {
   EXPECT_EQ(entry->cpu, 0.0);
 }
 
+TEST(Timer, AnActivityThatFollowsAnotherBeginsWhereThatOneEnded) {
+  TimerBlock times;
+  TIMSUB("", timer_clear, times);
+  TIMSUB("DYNINI", timer_start, times);
+  TIMSUB("DYNINI", timer_stop, times);
+  const double ended = times.cpu_look;
+  const std::clock_t start = std::clock();
+  while (std::clock() - start < CLOCKS_PER_SEC / 20) {
+  }
+  start_next_activity("RDYNAM", times);
+  TIMSUB("RDYNAM", timer_stop, times);
+  const TimerEntry* entry = entry_of(times, "RDYNAM ");
+  ASSERT_NE(entry, nullptr);
+  EXPECT_EQ(entry->cpu_start, ended);
+  EXPECT_EQ(entry->calls, 1);
+  EXPECT_GE(entry->cpu, 0.049) << "what was done in between counts";
+  start_next_activity("NOSUCH", times);
+  EXPECT_EQ(entry->calls, 1);
+}
+
 TEST(Timer, AnUnknownNameOrCodeHasNoEffect) {
   TimerBlock times;
   TIMSUB("", timer_clear, times);

@@ -402,6 +402,16 @@ TEST_F(StepControl, AnIterationDoesNotMoveItsVector) {
   begin_iteration(4);
   EXPECT_TRUE(find({0.0, 0.0, 4.0}, {1.0, 1.0, 1.0}));
   EXPECT_EQ(step.DL, -0.25);
+  take({5.0, 5.0, 0.0});
+  EXPECT_EQ(scaling.IREM, 0.0) << "a change cut by an event has not moved it either";
+  take({0.0, 0.0, 0.5});
+  take({0.0, 0.0, 0.25});
+  EXPECT_EQ(scaling.IACC, 1.5) << "factor 2";
+  EXPECT_EQ(scaling.IREM, -1.5);
+  EXPECT_TRUE(find({0.0, 0.0, 3.0}, {0.0, 0.0, 0.75}));
+  EXPECT_EQ(step.DL, -0.5) << "what an event has moved it is taken back: (-1.5 - 1.5) / 6";
+  begin_iteration(4);
+  EXPECT_EQ(scaling.IREM, 0.0) << "an iteration begins anew";
 }
 
 TEST_F(StepControl, AnIterationKeepsTheLengthOfTheStep) {

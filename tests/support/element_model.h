@@ -14,6 +14,7 @@
 #include "run/units.h"
 #include "run/workpool.h"
 #include "solve/arrays.h"
+#include "solve/integration.h"
 #include "solve/solver.h"
 
 namespace tidearc::test {
@@ -33,6 +34,7 @@ inline void reset_model() {
   arrays = {};
   response = {};
   solver = {};
+  integration = {};
   state_log = {};
   element_counts = {};
   group = {};

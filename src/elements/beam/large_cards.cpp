@@ -14,7 +14,7 @@ namespace tidearc {
 
 namespace {
 
-/// The six integers of a group card with the convention behind the fourth, and what both types check alike.
+/// The six integers of a group card with the convention behind the fourth, and what both types echo alike.
 LargeGroupCard read_counts(std::array<char, 5>& KDEF, int& sixth) {
   LargeGroupCard card{};
   read(units.NDIN, "4I5,A5,2I5", card.NMAT, card.NSEC, card.NSUB, card.KFEM, KDEF, sixth, card.KPOST);
@@ -52,17 +52,26 @@ void read_material(int expected, bool vortex, LargeMaterial& table) {
   }
 }
 
+void echo_material(int number, bool vortex, const LargeMaterial& table) {
+  const BeamMaterial& m = table.material;
+  if (vortex) {
+    write(units.NDOUT, "I5,1P,E11.3,E10.2,2E12.3,3E16.3", number, m.EMOD, m.poisson, m.weight, m.mass, m.fluid_weight,
+          m.fluid_mass, m.pressure);
+  } else {
+    write(units.NDOUT, "I5,1P,E11.3,E10.2,2E12.3,4E16.3", number, m.EMOD, m.poisson, m.weight, m.mass, m.fluid_weight,
+          m.fluid_mass, m.pressure, table.ALPHA);
+  }
+}
+
 void read_materials(int count, bool vortex, LargeMaterial* table) {
   write(units.NDOUT, "/,/,5X,'MATERIAL PROPERTIES',/");
   write(units.NDOUT,
-        "' MAT.     YOUNGS POISSON   SELF WEIGHT        MASS  INTERNAL FLUID  INTERNAL FLUID  INTERNAL FLUID',3X,A13,/,"
+        "' MAT.     YOUNGS POISSON   SELF WEIGHT        MASS  INTERNAL FLUID  INTERNAL FLUID  INTERNAL FLUID',A16,/,"
         "'  NO.    MODULUS RATIO         DENSITY     DENSITY  WEIGHT DENSITY    MASS DENSITY        PRESSURE',/",
-        vortex ? "" : "THEMAL COEFF.");
+        vortex ? "" : "   THEMAL COEFF.");
   for (int k = 1; k <= count; ++k) {
     read_material(k, vortex, table[k - 1]);
-    const BeamMaterial& m = table[k - 1].material;
-    write(units.NDOUT, "I5,1P,E11.3,E10.2,2E12.3,4E16.3", k, m.EMOD, m.poisson, m.weight, m.mass, m.fluid_weight,
-          m.fluid_mass, m.pressure, table[k - 1].ALPHA);
+    echo_material(k, vortex, table[k - 1]);
   }
 }
 
@@ -87,16 +96,23 @@ void read_section(int expected, bool vortex, LargeSection& s) {
   read_morison(w);
 }
 
+void echo_section(int number, bool vortex, const LargeSection& s) {
+  if (vortex) {
+    write(units.NDOUT, "I5,1P,7E12.4", number, s.area, s.thickness, s.inside_diameter, s.IY, s.IZ, s.J,
+          s.water.wave_diameter);
+  } else {
+    write(units.NDOUT, "I5,1P,8E12.4", number, s.area, s.thickness, s.inside_diameter, s.IY, s.IZ, s.J,
+          s.water.wave_diameter, s.angle);
+  }
+}
+
 void read_sections(int count, bool vortex, LargeSection* table) {
   write(units.NDOUT, "/,/,5X,'SECTION PROPERTIES',/");
-  write(units.NDOUT,
-        "' SEC.',8X,'AREA  WALL THIC.   INT. DIAM',9X,'I-Y',9X,'I-Z',11X,'J   WAVE DIAM',2X,A10,/,'  NO.',/",
-        vortex ? "" : "Angle(rad)");
+  write(units.NDOUT, "' SEC.',8X,'AREA  WALL THIC.   INT. DIAM',9X,'I-Y',9X,'I-Z',11X,'J   WAVE DIAM',A12,/,'  NO.',/",
+        vortex ? "" : "  Angle(rad)");
   for (int k = 1; k <= count; ++k) {
     read_section(k, vortex, table[k - 1]);
-    const LargeSection& s = table[k - 1];
-    write(units.NDOUT, "I5,1P,8E12.4", k, s.area, s.thickness, s.inside_diameter, s.IY, s.IZ, s.J,
-          s.water.wave_diameter, s.angle);
+    echo_section(k, vortex, table[k - 1]);
   }
   write(units.NDOUT, "/,' SEC.',10X,'CD',10X,'CM',9X,'CKM    LONG. CD  MG Wt/Leng   Buoy_Diam',/,'  NO.',/");
   for (int k = 1; k <= count; ++k) {
@@ -125,20 +141,21 @@ LargeGroupCard read_vortex_group_card() {
   std::array<char, 5> KDEF{};
   int KVIV = 0;
   LargeGroupCard card = read_counts(KDEF, KVIV);
+  card.vortex = true;
   card.KVIV = KVIV;
   write(units.NDOUT, "5X,A50,A5", label_column("MEMBER LOCAL AXIS ORIENTATION (KDEF)"), KDEF);
   card.convention = read_convention(KDEF, {21, 25});
   echo_count("VIV ALGORITHM (kviv)", card.KVIV);
   echo_count("POST RESULT FLAG (=0 EFFECTIVE FORCE)", card.KPOST);
   check_counts(card);
-  read_vortex_cards(card.KVIV, card.NSUB);
+  read_vortex_cards(card.KVIV);
   return card;
 }
 
-LargeProperties read_large_properties(const LargeGroupCard& counts, bool vortex) {
+LargeProperties read_large_properties(const LargeGroupCard& counts) {
   const LargeProperties properties{carve_table<LargeMaterial>(counts.NMAT), carve_table<LargeSection>(counts.NSEC)};
-  read_materials(counts.NMAT, vortex, properties.materials);
-  read_sections(counts.NSEC, vortex, properties.sections);
+  read_materials(counts.NMAT, counts.vortex, properties.materials);
+  read_sections(counts.NSEC, counts.vortex, properties.sections);
   return properties;
 }
 

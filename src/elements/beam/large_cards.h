@@ -12,6 +12,7 @@ namespace tidearc {
 inline constexpr int most_large_properties = 150;  ///< materials, sections, and offset types, of a group
 
 struct LargeGroupCard {
+  bool vortex;  ///< type 27
   int NMAT, NSEC;
   int NSUB;   ///< sub-divisions for wave forces
   int KFEM;   ///< 1: loads along the member give end moments too
@@ -34,8 +35,8 @@ struct LargeProperties {
   LargeMaterial* materials;
   LargeSection* sections;
 };
-/// Reads and echoes the property cards; `vortex`: in the form of type 27. The caller puts the high-water mark back.
-LargeProperties read_large_properties(const LargeGroupCard& counts, bool vortex);
+/// Reads and echoes the property cards, in the form of the type. The caller puts the high-water mark back.
+LargeProperties read_large_properties(const LargeGroupCard& counts);
 
 struct LargeCard {
   int number, NODEI, NODEJ;
@@ -44,7 +45,8 @@ struct LargeCard {
   int MAT, SEC;
   int KOUT, KGI, KGE, KSD, KWAVE, KBUOY;
   double axial;  ///< initial axial force, tension positive
-  int KECC, KCAT, KINIT;
+  int KECC, KCAT;
+  int KINIT;     ///< 0 none, 1 initial forces, 2 initial deformations, 3 both
   double Q0[6];  ///< initial natural forces
   double E0[6];  ///< initial natural deformations
   std::int64_t line;

@@ -24,10 +24,10 @@ void echo_large_heading() {
   write(units.NDOUT, "/,/,5X,'ELEMENT DATA',/");
   write(units.NDOUT,
         "' KEY   ELEM  NODE-I  NODE-J  DIFF       K  MAT.  SEC.   OUT   KGI   KGE  S.D.  WAVE BUOY.  INITIAL AXIAL"
-        "   ECC   CAT  INIT      LENGTH'");
+        "   ECC   CAT  INIT       LENGTH'");
   write(units.NDOUT,
         "'        NO.                                NO.   NO.  CODE              CODE GAUSS  CODE          FORCE"
-        "  TYPE   NO.  CODE    OF NODES',/");
+        "  TYPE   NO.  CODE     OF NODES',/");
 }
 
 void echo_large_element(const char* key, const LargeCard& c, double distance) {

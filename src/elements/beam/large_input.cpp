@@ -9,9 +9,11 @@
 #include "elements/beam/operations.h"
 #include "elements/beam/placing.h"
 #include "elements/beam/record.h"
+#include "elements/beam/vortex.h"
 #include "elements/contract/group.h"
 #include "elements/contract/input.h"
 #include "model/nodes.h"
+#include "run/stops.h"
 #include "run/units.h"
 
 namespace tidearc {
@@ -69,13 +71,13 @@ void set_frame(const PlacedBeam& placed, LargeBeam& beam) {
   beam.KNODE = placed.KNODE;
   beam.XL = placed.local.length;
   std::ranges::copy(placed.local.axes, beam.TELEM);
-  std::ranges::copy(placed.local.axes, beam.START);
   for (std::size_t i = 0; i < 3; ++i) beam.CHORD[i] = beam.XL * beam.TELEM[i];
   natural_transformation(beam.TELEM, beam.XL, beam.TGLOB);
 }
 
 /// Deformations of the card, and the extension that bears the initial axial force; forces of the card are a constant
-/// part. Until the first determination the matrix knows an axial force only where KGI asks for it.
+/// part (as is the axial force of a member that no extension can bear). Until the first determination the matrix knows
+/// an axial force only where KGI asks for it.
 void set_initial_state(const LargeCard& card, LargeBeam& beam) {
   std::ranges::copy(card.Q0, beam.Q0);
   std::ranges::copy(card.E0, beam.ENAT);
@@ -98,6 +100,7 @@ void finish_record(const LargeInput& input, const LargeCard& card, const BeamPla
 /// Echoes one element and writes its record. Nodes out of range leave a record without connections.
 bool make_element(const LargeInput& input, const LargeCard& card) {
   echo_large_element(card.generated ? key_generated : key_read, card, node_distance(card.NODEI, card.NODEJ));
+  if (input.counts.vortex && input.counts.NSUB > 1) warn_of_segments();
   if (!card.generated) echo_initial_state(card);
   LargeBeam& beam = start_record(input, card);
   const BeamPlace place{card.number,
@@ -114,6 +117,14 @@ bool make_element(const LargeInput& input, const LargeCard& card) {
   return inside;
 }
 
+/// A code that announces no known cards is a data error, and none are read.
+int initial_code(const LargeCard& card) {
+  if (card.KINIT >= 0 && card.KINIT <= 3) return card.KINIT;
+  data_error({86, 90}, "' ELEMENT',I6,'  INITIAL CODE',I6,'  IS NOT 0, 1, 2 OR 3, ENTERING CHEC MODE'", card.number,
+             card.KINIT);
+  return 0;
+}
+
 LargeCard next_card(const LargeInput& input) {
   LargeCard card = read_large_card();
   if (input.numbering.order(card.number) == CardOrder::sequence) {
@@ -123,6 +134,7 @@ LargeCard next_card(const LargeInput& input) {
   card.MAT = property_number(card.MAT, input.counts.NMAT, card.number, card.place(26, 30));
   card.SEC = property_number(card.SEC, input.counts.NSEC, card.number, card.place(31, 35));
   card.KECC = offset_number(card.KECC, input.counts.NECC, card.number, card.place(76, 80));
+  card.KINIT = initial_code(card);
   if (card.has_forces() && card.KCAT != 0) stop_initial_and_catenary(card.place(81, 90), card.number);
   read_initial_cards(card);
   return card;
@@ -139,7 +151,7 @@ void read_group(bool vortex) {
   echo_count("LENGTH OF ELEMENT INFORMATION", group.LEI);
   const LargeGroupCard counts = vortex ? read_vortex_group_card() : read_large_group_card();
   const int mark = storage.NEXT;
-  const LargeProperties properties = read_large_properties(counts, vortex);
+  const LargeProperties properties = read_large_properties(counts);
   LargeInput input{counts, properties, read_offsets(counts.NECC), ElementNumbering(group.NFIRST, group.NUMEL)};
   echo_large_heading();
   read_elements(input);

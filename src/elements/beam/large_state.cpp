@@ -28,6 +28,10 @@ using Matrix12 = std::array<double, 144>;
 constexpr double fluid_factor = 1.0;  ///< share of the end pressures that counts  [-]
 
 NaturalConstants constants(const LargeBeam& beam) { return {beam.EI2L, beam.EI3L, beam.GJL, beam.EAL, beam.XL}; }
+NaturalConstants scaled(NaturalConstants k, double factor) {
+  for (double* value : {&k.EI2L, &k.EI3L, &k.GJL, &k.EAL}) *value *= factor;
+  return k;
+}
 bool with_axial_terms(const LargeBeam& beam) { return beam.KGE != 1; }
 
 /// Motion of the member's ends of a motion of its nodes.
@@ -77,44 +81,38 @@ NodeSurroundings surroundings(const LargeBeam& beam) {
           node_pressure(beam.NODEJ)};
 }
 
-void update_envelope(LargeBeam& beam) {
+Vector12 end_forces(const LargeBeam& beam) {
   Vector12 forces;
   natural_to_local(beam.QNAT, beam.XL, forces);
-  update_extremes(forces, element.TIME, beam.envelope.forces);
+  return forces;
+}
+
+void update_envelope(LargeBeam& beam) {
+  update_extremes(end_forces(beam), element.TIME, beam.envelope.forces);
   update_extremes(shown_deformations(beam.ENAT), element.TIME, beam.envelope.deformations);
 }
 
-/// The tangent: natural stiffness of the force recovery in the current frame, and the string matrix of the axial force.
-void form_tangent(const LargeBeam& beam, Matrix12& matrix) {
-  global_matrix(natural_parts(constants(beam), beam.P, with_axial_terms(beam)), beam.TELEM, matrix);
-  add_string_matrix(beam.P / beam.XL, beam.TELEM, matrix);
-  if (beam.KECC > 0) move_matrix_to_nodes(beam.ECC, matrix);
-}
-
-/// The initial stiffness: no axial force, the frame of input.
-void form_initial(const LargeBeam& beam, Matrix12& matrix) {
-  global_matrix(natural_parts(constants(beam), 0.0, false), beam.START, matrix);
-  if (beam.KECC > 0) move_matrix_to_nodes(beam.ECC, matrix);
-}
-
-/// matrix = a initial + b tangent.
+/// a times the initial and b times the tangent matrix: natural stiffness in the current frame and the string matrix of
+/// the axial force, the initial one without any term of that force.
 void form_combination(const LargeBeam& beam, double a, double b, Matrix12& matrix) {
-  form_tangent(beam, matrix);
-  if (a == 0.0 && b == 1.0) return;
-  Matrix12 initial;
-  form_initial(beam, initial);
-  for (std::size_t i = 0; i < matrix.size(); ++i) matrix[i] = a * initial[i] + b * matrix[i];
+  const NaturalConstants k = scaled(constants(beam), a + b);
+  global_matrix(natural_parts(k, b * beam.P, with_axial_terms(beam)), beam.TELEM, matrix);
+  add_string_matrix(b * beam.P / beam.XL, beam.TELEM, matrix);
+  if (beam.KECC > 0) move_matrix_to_nodes(beam.ECC, matrix);
 }
 
-/// The damping matrix of the group times v.
-void put_damping_times(const LargeBeam& beam, const Vector12& v, double* f) {
-  Matrix12 matrix;
-  form_combination(beam, group.BETAO, group.BETAT, matrix);
-  for (std::size_t i = 0; i < beam_freedoms; ++i) {
-    double sum = 0.0;
-    for (std::size_t j = 0; j < beam_freedoms; ++j) sum += matrix[i + 12 * j] * v[j];
-    f[i] = sum;
-  }
+/// f = that combination times the nodal rates v, without the matrix.
+void put_combination_times(const LargeBeam& beam, double a, double b, std::span<const double, 12> v, double* nodal) {
+  const std::span<double, beam_freedoms> f(nodal, beam_freedoms);
+  const Vector12 ends = end_motion(beam, v);
+  Vector12 local;
+  to_member_axes(beam.TELEM, ends, local);
+  double e[natural_count], q[natural_count];
+  natural_deformations(local, beam.XL, e);
+  natural_forces(scaled(constants(beam), a + b), b * beam.P, with_axial_terms(beam), e, q);
+  natural_to_master(beam.TGLOB, q, f);
+  add_string_forces(b * beam.P / beam.XL, beam.TELEM, ends, f);
+  if (beam.KECC > 0) move_to_nodes(beam.ECC, f);
 }
 
 }  // namespace
@@ -126,7 +124,10 @@ void recover_forces(const NodeSurroundings& at, LargeBeam& beam) {
   std::ranges::copy(beam.ENAT, e);
   if (beam.ALPHA != 0.0) e[5] -= beam.XL * beam.ALPHA * 0.5 * (at.temperature_I + at.temperature_J);
   beam.P = e[5] * beam.EAL + (1.0 - 2.0 * beam.PNU) * (0.5 * fluid_factor) * (beam.PEND[0] + beam.PEND[1]);
+  const double constant = beam.EAL == 0.0 ? beam.AXIAL : 0.0;  // what no extension can bear
+  beam.P += constant;
   natural_forces(constants(beam), beam.P, with_axial_terms(beam), e, beam.QNAT);
+  beam.QNAT[5] += constant;
   for (std::size_t i = 0; i < natural_count; ++i) beam.QNAT[i] += beam.Q0[i];
 }
 
@@ -143,9 +144,15 @@ void SDET02() {
   beam.head.KSTIF = 1;
   add_deformations(beam, start, chord, increment, motion);
   recover_forces(surroundings(beam), beam);
-  std::ranges::copy(end_frame(start, displaced_chord(beam), motion), beam.TELEM);
+  std::ranges::copy(end_frame(beam.KSD, start, displaced_chord(beam), motion), beam.TELEM);
   natural_transformation(beam.TELEM, beam.XL, beam.TGLOB);
   update_envelope(beam);
+}
+
+void RENV02() {
+  LargeBeam& beam = current_record<LargeBeam>();
+  restart_extremes(end_forces(beam), element.TIME, beam.envelope.forces);
+  restart_extremes(shown_deformations(beam.ENAT), element.TIME, beam.envelope.deformations);
 }
 
 void RESP02() {
@@ -153,29 +160,25 @@ void RESP02() {
   const std::span<double, 12> f(element.ERES.data(), 12);
   natural_to_master(beam.TGLOB, beam.QNAT, f);
   if (beam.KECC > 0) move_to_nodes(beam.ECC, f);
-  if (group.BETAO == 0.0 && group.BETAT == 0.0) {
+  if (group_damps()) {
+    const std::span<const double, 12> v(element.EVEL.data(), 12);
+    put_combination_times(beam, group.BETAO, group.BETAT, v, element.EDAMP.data());
+  } else {
     element.EDAMP = {};
-    return;
   }
-  Vector12 v;
-  std::copy_n(element.EVEL.data(), beam_freedoms, v.begin());
-  put_damping_times(beam, v, element.EDAMP.data());
 }
 
 void DYNF02(double c1, double c2) {
   Vector12 rate;
   for (std::size_t i = 0; i < beam_freedoms; ++i) rate[i] = (1.0 + c1) * element.EVEL[i] + c2 * element.EACC[i];
-  put_damping_times(current_record<LargeBeam>(), rate, element.EDYNF.data());
+  put_combination_times(current_record<LargeBeam>(), group.BETAO, group.BETAT, rate, element.EDYNF.data());
 }
 
 MatrixForm STIF02(int KFORM, double c1, double c2, bool reset) {
   LargeBeam& beam = current_record<LargeBeam>();
   Matrix12 matrix;
-  if (KFORM >= 1) {
-    form_combination(beam, c1, 1.0 + c2, matrix);
-  } else {
-    form_tangent(beam, matrix);
-  }
+  if (KFORM < 1) c1 = c2 = 0.0;
+  form_combination(beam, c1, 1.0 + c2, matrix);
   deliver_packed(matrix, reset, delivered_matrix(group.LFIX), element.EMAT.data());
   beam.head.KSTIF = 0;
   return MatrixForm::packed;

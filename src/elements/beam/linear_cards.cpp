@@ -2,6 +2,9 @@
 #include "elements/beam/linear_cards.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 
 #include "elements/beam/cards.h"
@@ -16,6 +19,9 @@ namespace tidearc {
 namespace {
 
 static_assert(most_linear_reals * ITWO == group_property_words);
+
+/// Deck line of each section's first card.
+using SectionLines = std::array<std::int64_t, most_linear_reals / linear_section_reals>;
 
 double* property_reals() { return reinterpret_cast<double*>(group.properties.data()); }
 
@@ -56,42 +62,49 @@ void read_materials(int count) {
   for (int k = 1; k <= count; ++k) read_material(k, linear_materials()[k - 1]);
 }
 
-/// A section that resists nothing but shear ends the run; one without area is told.
-void check_section(int number, const LinearSection& s) {
-  const bool nothing_else = s.area == 0.0 && s.J == 0.0 && s.I3 == 0.0 && s.I2 == 0.0;
+/// A section that has shear areas and nothing else ends the run; one without area is told. What the water asks of a
+/// section (the second card) is none of its properties. `line`: of its first card.
+void check_section(int number, const LinearSection& s, std::int64_t line) {
+  bool nothing_else = true;
+  for (const double value : {s.outside_diameter, s.thickness, s.area, s.inside_diameter, s.J, s.I3, s.I2}) {
+    if (value != 0.0) nothing_else = false;
+  }
   if (nothing_else && (s.AS2 != 0.0 || s.AS3 != 0.0)) {
     fatal_box(" PROPERTIES OTHER THAN SHEAR AREAS ARE ZERO");
-    complain(whole_line, "section " + std::to_string(number) + " has shear areas and nothing else");
+    complain(DeckPlace(line, {11, 90}), "section " + std::to_string(number) + " has shear areas and nothing else");
     CLOSUP();
   }
   if (!(s.area > 0.0)) {
     warning_box(format("' AREA OF SECTION ',I5,' EITHER ZERO OR NEGATIVE.'", number));
-    complain(whole_line, "section " + std::to_string(number) + ": its area is not positive");
+    complain(DeckPlace(line, {31, 40}), "section " + std::to_string(number) + ": its area is not positive");
   }
 }
 
-void read_section(int expected, LinearSection& s) {
+/// Reads the cards of a section; returns the line of the first.
+std::int64_t read_section(int expected, LinearSection& s) {
   int number = 0;
   int spare = 0;
   BeamWater& w = s.water;
   read(units.NDIN, "I5,I5,6F10.0,2F5.0,F10.0", number, spare, s.outside_diameter, s.thickness, s.area,
        s.inside_diameter, s.J, s.I3, s.I2, s.AS2, s.AS3);
   if (number != expected) stop_not_sequential("SECTION PROPERTY", number, expected);
+  const std::int64_t line = deck_line();
   read(units.NDIN, "5F10.0,I5,2F10.0", w.wave_diameter, w.CD, w.CM, w.CKM, w.longitudinal_CD, spare, w.growth_weight,
        w.buoyant_diameter);
   read_morison(w);
   fill_from_tube(s);
+  return line;
 }
 
-void echo_sections(int count, const LinearSection* table) {
+void echo_sections(int count, const LinearSection* table, const SectionLines& lines) {
   for (int k = 1; k <= count; ++k) {
     const LinearSection& s = table[k - 1];
     write(units.NDOUT, "I5,1P,9E12.4", k, s.outside_diameter, s.thickness, s.area, s.inside_diameter, s.J, s.I3, s.I2,
           s.AS2, s.AS3);
-    check_section(k, s);
+    check_section(k, s, lines[static_cast<std::size_t>(k - 1)]);
   }
   write(units.NDOUT,
-        "/,' SEC.',7X,'WAVE',39X,'LONG.',10X,'MG',6X,'Buoy_',/,'  NO.',7X,'DIAM',10X,'CD',10X,'CM',9X,'CKM',10X,'CD',"
+        "/,' SEC.',8X,'WAVE',43X,'LONG.',10X,'MG',7X,'Buoy_',/,'  NO.',8X,'DIAM',10X,'CD',10X,'CM',9X,'CKM',10X,'CD',"
         "5X,'Wt/Leng',8X,'Diam',/");
   for (int k = 1; k <= count; ++k) {
     const BeamWater& w = table[k - 1].water;
@@ -134,12 +147,13 @@ void read_linear_properties(const LinearGroupCard& counts) {
   read_materials(counts.NMAT);
   write(units.NDOUT, "/,/,5X,'SECTION PROPERTIES',/");
   write(units.NDOUT,
-        "' SEC.',5X,'OUTSIDE',8X,'WALL',21X,'INT.',5X,'TORSION',5X,'INERTIA',5X,'INERTIA',2(2X,A10),/,"
+        "' SEC.',5X,'OUTSIDE',8X,'WALL',20X,'INT.',5X,'TORSION',5X,'INERTIA',5X,'INERTIA',2(2X,A10),/,"
         "'  NO.',8X,'DIAM',7X,'THIC.',8X,'AREA',8X,'DIAM',5X,'INERTIA',2(6X,A6),2(6X,A6),/",
         "SHEAR AREA", "SHEAR AREA", "AXIS-3", "AXIS-2", "AXIS-2", "AXIS-3");
   LinearSection* sections = linear_sections(counts.NMAT);
-  for (int k = 1; k <= counts.NSEC; ++k) read_section(k, sections[k - 1]);
-  echo_sections(counts.NSEC, sections);
+  SectionLines lines{};
+  for (int k = 1; k <= counts.NSEC; ++k) lines[static_cast<std::size_t>(k - 1)] = read_section(k, sections[k - 1]);
+  echo_sections(counts.NSEC, sections, lines);
 }
 
 }  // namespace tidearc

@@ -37,8 +37,9 @@ struct LinearCard {
   double axial;  ///< initial axial force, tension positive
   int KECC, KCAT, KINIT;
   int HINGEI, HINGEJ;
-  double F0[12];  ///< initial local end forces, order of local freedoms
-  double U0[12];  ///< initial local end displacements
+  int master, slave;  ///< of the further cards: inert
+  double F0[12];      ///< initial local end forces, order of local freedoms
+  double U0[12];      ///< initial local end displacements
   std::int64_t line;
   bool generated;  ///< made from this card, so that its own columns are not to blame
 

@@ -41,12 +41,10 @@ LinearCard read_linear_card() {
 }
 
 void read_initial_cards(LinearCard& card) {
-  int master = 0;
-  int slave = 0;
   std::array<double, 12> forces{};
   std::array<double, 12> displacements{};
-  read(units.NDIN, "4X,I6,4X,I6,12F10.0", master, slave, forces);
-  if (master != 0 || slave != 0) {
+  read(units.NDIN, "4X,I6,4X,I6,12F10.0", card.master, card.slave, forces);
+  if (card.master != 0 || card.slave != 0) {
     warning_box(" WARNING - MASTER/SLAVE NOT WORKING IN THIS VERSION ");
     complain({5, 20}, "element " + std::to_string(card.number) + ": master and slave have no effect");
   }
@@ -56,25 +54,23 @@ void read_initial_cards(LinearCard& card) {
 }
 
 void echo_initial_state(const LinearCard& card) {
-  const auto lines = [](const double(&values)[12]) {
-    write(units.NDOUT, "36X,A1,1P,6E15.5", "I", card_values(values, 0));
-    write(units.NDOUT, "36X,A1,1P,6E15.5", "J", card_values(values, 1));
-  };
   write(units.NDOUT,
-        "11X,'INITIAL FORCES        NODE',4X,'MOMENTS(22)',4X,'MOMENTS(33)',7X,'TORSIONS',10X,'AXIAL',6X,'SHEAR(22)',"
-        "6X,'SHEAR(33)'");
-  lines(card.F0);
+        "11X,'INITIAL FORCES         MASTER   SLAVE  NODE',4X,'MOMENTS(22)',4X,'MOMENTS(33)',7X,'TORSIONS',10X,'AXIAL',"
+        "6X,'SHEAR(22)',6X,'SHEAR(33)'");
+  write(units.NDOUT, "32X,2I8,5X,A1,1P,6E15.5", card.master, card.slave, "I", card_values(card.F0, 0));
+  write(units.NDOUT, "53X,A1,1P,6E15.5", "J", card_values(card.F0, 1));
   write(units.NDOUT,
-        "11X,'INITIAL DISPLACEMENTS NODE',2X,'ROTATIONS(22)',2X,'ROTATIONS(33)',7X,'TORSIONS',6X,'AXIAL DEF',"
-        "2X,'SHEAR DEF(22)',2X,'SHEAR DEF(33)'");
-  lines(card.U0);
+        "11X,'INITIAL DISPLACEMENTS                  NODE',2X,'ROTATIONS(22)',2X,'ROTATIONS(33)',7X,'TORSIONS',6X,"
+        "'AXIAL DEF',2X,'SHEAR DEF(22)',2X,'SHEAR DEF(33)'");
+  write(units.NDOUT, "53X,A1,1P,6E15.5", "I", card_values(card.U0, 0));
+  write(units.NDOUT, "53X,A1,1P,6E15.5", "J", card_values(card.U0, 1));
 }
 
 void echo_linear_heading() {
   write(units.NDOUT, "/,/,5X,'ELEMENT DATA',/");
   write(units.NDOUT,
         "' KEY   ELEM  NODE-I  NODE-J  DIFF       K  MAT.  SEC.  HIST  GEOM  WAVE  BUOY  INITIAL AXIAL   ECC   CAT"
-        "  INIT  I-END  J-END      LENGTH'");
+        "  INIT  I-END  J-END       LENGTH'");
   write(units.NDOUT,
         "'        NO.                                NO.   NO.  CODE  CODE  GAUS  CODE          FORCE  TYPE   NO."
         "  CODE  HINGE  HINGE     OF NODES',/");

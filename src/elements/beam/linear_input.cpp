@@ -127,6 +127,7 @@ LinearCard next_card(const LinearInput& input) {
   card.HINGEI = hinge_code(card.HINGEI, card, {73, 76});
   card.HINGEJ = hinge_code(card.HINGEJ, card, {77, 80});
   if (card.KINIT == 0) return card;
+  // The further cards bear moments whatever the code.
   if (card.KCAT != 0) stop_initial_and_catenary(card.place(68, 72), card.number);
   read_initial_cards(card);
   return card;

@@ -53,14 +53,19 @@ void SDET03() {
   update_extremes(beam.U, element.TIME, beam.envelope.deformations);
 }
 
+void RENV03() {
+  LinearBeamRecord& beam = current_record<LinearBeamRecord>();
+  restart_extremes(beam.F, element.TIME, beam.envelope.forces);
+  restart_extremes(beam.U, element.TIME, beam.envelope.deformations);
+}
+
 void RESP03() {
   const LinearBeamRecord& beam = current_record<LinearBeamRecord>();
   put_nodal_forces(beam, beam.F, element.ERES.data());
-  const double damping = group.BETAO + group.BETAT;
-  if (damping == 0.0) {
-    element.EDAMP = {};
+  if (group_damps()) {
+    put_stiffness_times(beam, group.BETAO + group.BETAT, element.EVEL.data(), element.EDAMP.data());
   } else {
-    put_stiffness_times(beam, damping, element.EVEL.data(), element.EDAMP.data());
+    element.EDAMP = {};
   }
 }
 

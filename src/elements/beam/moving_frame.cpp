@@ -16,6 +16,13 @@ constexpr int code_repeated = 3;
 /// Square of the sum of two unit vectors below which they count as opposite.
 constexpr double opposite = 1.0E-20;
 
+bool takes_half_steps(int code) { return code == code_half_step || code == code_repeated; }
+
+/// Whether the ends move apart in any way, so that the chord may turn.
+bool chord_changes(const EndMotion& motion) {
+  return motion.dI[0] != motion.dJ[0] || motion.dI[1] != motion.dJ[1] || motion.dI[2] != motion.dJ[2];
+}
+
 /// Sum of both end rotations about x.
 double rotation_about_x(const BeamAxes& axes, const EndMotion& motion) {
   return DOT3(axes.data(), motion.rI.data()) + DOT3(axes.data(), motion.rJ.data());
@@ -57,12 +64,13 @@ BeamAxes turn_to_chord(const BeamAxes& axes, std::span<const double, 3> chord) {
 }
 
 HalfStep deformation_frame(int code, const BeamAxes& start, std::span<const double, 3> chord, const EndMotion& motion) {
-  if (code != code_half_step && code != code_repeated) return {start, true};
+  if (!takes_half_steps(code)) return {start, true};
+  const bool turning = chord_changes(motion);
   const std::array<double, 3> middle = half_way(chord, motion);
   BeamAxes axes = start;
   double applied = 0.0;
   for (int pass = 1; pass <= most_half_steps; ++pass) {
-    axes = turn_to_chord(axes, middle);
+    if (turning) axes = turn_to_chord(axes, middle);
     const double twist = 0.25 * rotation_about_x(axes, motion) - applied;
     // A twist that is no number ends the passes too: whoever tests the displacements tells where it comes from.
     if (!(std::abs(twist) > twist_limit)) return {axes, true};
@@ -73,10 +81,12 @@ HalfStep deformation_frame(int code, const BeamAxes& start, std::span<const doub
   return {axes, false};
 }
 
-BeamAxes end_frame(const BeamAxes& start, std::span<const double, 3> displaced_chord, const EndMotion& motion) {
-  BeamAxes axes = turn_to_chord(start, displaced_chord);
+BeamAxes end_frame(int code, const BeamAxes& start, std::span<const double, 3> displaced_chord,
+                   const EndMotion& motion) {
+  BeamAxes axes = chord_changes(motion) ? turn_to_chord(start, displaced_chord) : start;
   const double twist = 0.5 * rotation_about_x(axes, motion);
-  if (std::abs(twist) > twist_limit) twist_axes(axes, twist);
+  const double limit = takes_half_steps(code) ? 0.0 : twist_limit;
+  if (std::abs(twist) > limit) twist_axes(axes, twist);
   return axes;
 }
 

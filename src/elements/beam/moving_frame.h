@@ -2,7 +2,9 @@
 //
 // One increment goes from a start frame and a start chord to displaced ends. The deformations are measured in a frame
 // of the increment: the start frame (code 1) or a frame half-way (codes 2 and 3), in which a rigid rotation gives no
-// axial strain, since the chord half-way is normal to the change of the chord. Afterwards the end frame is set.
+// axial strain, since the chord half-way is normal to the change of the chord. Afterwards the end frame is set. Where
+// both ends move alike the chord has not turned, and x stays as it is to the last digit: an increment of zero changes
+// no frame.
 //
 // Sources: R. D. Wood and O. C. Zienkiewicz, Computers and Structures 7 (1977); T. J. R. Hughes and J. Winget, Int. J.
 // Numer. Methods Eng. 15 (1980), for the half-way configuration.
@@ -15,7 +17,7 @@ namespace tidearc {
 
 using BeamAxes = std::array<double, 9>;
 
-/// A twist of a frame about x at most this large is not applied  [rad].
+/// A twist about x at most this large is not applied: of a half-step, and of the end frame of code 1  [rad].
 inline constexpr double twist_limit = 1.0E-6;
 /// Most half-steps of code 3.
 inline constexpr int most_half_steps = 5;
@@ -40,6 +42,8 @@ struct HalfStep {
 HalfStep deformation_frame(int code, const BeamAxes& start, std::span<const double, 3> chord, const EndMotion& motion);
 
 /// The frame after the increment: x along the displaced chord, then turned about x by the mean rotation of the ends.
-BeamAxes end_frame(const BeamAxes& start, std::span<const double, 3> displaced_chord, const EndMotion& motion);
+/// Codes 2 and 3 keep any twist, however small; the others leave one within the limit out.
+BeamAxes end_frame(int code, const BeamAxes& start, std::span<const double, 3> displaced_chord,
+                   const EndMotion& motion);
 
 }  // namespace tidearc

@@ -5,6 +5,8 @@
 // end against the chord, twist, extension:
 //   e1, e2 = ry + (w_J - w_I)/L     e3, e4 = rz - (v_J - v_I)/L     e5 = rx_J - rx_I     e6 = u_J - u_I
 //
+// Both planes of bending are uncoupled, since the axes 2 and 3 are those of the section.
+//
 // Source: J. H. Argyris et al., Comput. Methods Appl. Mech. Eng. 20 (1979), "natural modes".
 #pragma once
 

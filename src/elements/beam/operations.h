@@ -12,6 +12,7 @@ void DYNF03(double c1, double c2);
 MatrixForm STIF03(int KFORM, double c1, double c2, bool reset);
 void ENVO03();
 void PRNT03();
+void RENV03();
 
 void INEL02();
 void SDET02();
@@ -20,6 +21,7 @@ void DYNF02(double c1, double c2);
 MatrixForm STIF02(int KFORM, double c1, double c2, bool reset);
 void ENVO02();
 void PRNT02();
+void RENV02();
 
 /// Type 27 differs in its input and in the title of its envelope.
 void INEL27();

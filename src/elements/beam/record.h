@@ -76,8 +76,7 @@ struct LargeBeam {
   double PEND[2];               ///< end pressures times area                            [force]
   double P;                     ///< effective axial force, tension positive             [force]
   double Q0[6];                 ///< initial natural forces, a constant part of QNAT     [moment, force]
-  double AXIAL;                 ///< initial axial force of the card                     [force]
-  double START[9];              ///< local axes at input                                 [-]
+  double AXIAL;                 ///< initial axial force of the card: where EAL is 0, a constant part of P and QNAT
   double CHORD[3];              ///< from end I to end J at input                        [length]
   double UTOT[12];              ///< nodal displacements                                 [length, rad]
   BeamEnvelope envelope;
@@ -92,7 +91,7 @@ struct LargeBeam {
   LargeSection section;
   BeamSea sea;
   int NSUB;       ///< sub-divisions of the group for wave forces
-  int spare[41];  ///< up to the length of the first portion
+  int spare[59];  ///< up to the length of the first portion
 };
 static_assert(std::is_standard_layout_v<LargeBeam> && std::is_trivially_copyable_v<LargeBeam>);
 static_assert(sizeof(LargeBeam) == bytes_of_words(668));

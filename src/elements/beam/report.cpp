@@ -16,9 +16,13 @@ namespace {
 
 bool first_of_group(int number) { return number == group.NFIRST; }
 
+/// End of a title's line, the group's own title, and a blank line.
+std::string group_title() { return format("/,/,5X,10A4,/", group.TITLE) + '\n'; }
+
 void print_result_heading(const char* title) {
-  const std::string words = format("' RESULTS FOR GROUP',I3", element.IGRP) + title + format("E12.4", print_time());
-  write(units.NDOUT, "/,/,/,5X,A90,/,/,5X,10A4,/", words, group.TITLE);
+  const std::string words =
+      format("/,/,/,5X,' RESULTS FOR GROUP',I3", element.IGRP) + title + format("E12.4", print_time());
+  put_text(units.NDOUT, words + group_title());
   write(units.NDOUT,
         "1X,'ELEM',3X,'NODE',4X,'--------------------------FORCES------------------------',4X,"
         "'----------------------DISPLACEMENTS---------------------'");
@@ -28,7 +32,7 @@ void print_result_heading(const char* title) {
 }
 
 void print_envelope_heading(const char* title) {
-  write(units.NDOUT, "A60,/,/,5X,10A4,/", title, group.TITLE);
+  put_text(units.NDOUT, title + group_title());
   write(units.NDOUT,
         "1X,'ELEM',3X,'NODE',17X,'-----------------FORCES AND DEFORMATIONS---------------',6X,"
         "'-------------RESPECTIVE TIMES-------------'");

@@ -161,6 +161,17 @@ void add_string_matrix(double P_L, std::span<const double, 9> axes, std::span<do
   }
 }
 
+void add_string_forces(double P_L, std::span<const double, 9> axes, std::span<const double, 12> u,
+                       std::span<double, 12> f) {
+  const double apart[3] = {u[0] - u[6], u[1] - u[7], u[2] - u[8]};
+  const double along = axes[0] * apart[0] + axes[1] * apart[1] + axes[2] * apart[2];
+  for (std::size_t i = 0; i < 3; ++i) {
+    const double force = P_L * (apart[i] - along * axes[i]);
+    f[i] += force;
+    f[i + 6] -= force;
+  }
+}
+
 void to_member_axes(std::span<const double, 9> axes, std::span<const double, 12> global, std::span<double, 12> local) {
   for (std::size_t triple = 0; triple < 12; triple += 3) {
     const double* v = global.data() + triple;

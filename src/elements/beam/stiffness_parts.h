@@ -47,6 +47,9 @@ void local_forces(const BeamStiffness& K, std::span<const double, 12> u, std::sp
 void global_matrix(const BeamStiffness& K, std::span<const double, 9> axes, std::span<double, 144> matrix);
 /// Adds the string matrix of an axial force: P_L (I - x x^T) between the translations of both ends.
 void add_string_matrix(double P_L, std::span<const double, 9> axes, std::span<double, 144> matrix);
+/// Adds that matrix times u to f, without the matrix.
+void add_string_forces(double P_L, std::span<const double, 9> axes, std::span<const double, 12> u,
+                       std::span<double, 12> f);
 
 /// Components in local axes: translations and rotations of both ends, v_local = axes^T v.
 void to_member_axes(std::span<const double, 9> axes, std::span<const double, 12> global, std::span<double, 12> local);

@@ -79,15 +79,16 @@ void read_table(VortexControl& v) {
 
 }  // namespace
 
-void read_vortex_cards(int KVIV, int segments) {
+void read_vortex_cards(int KVIV) {
   check_algorithm(KVIV);
   VortexControl& v = vortex_control();
   read_control(v);
   read_table(v);
-  if (segments > 1) {
-    write(units.NDOUT,
-          "/,5X,'** warning ** more than one segment but ','only the first segment is used for viv calculations.'");
-  }
+}
+
+void warn_of_segments() {
+  write(units.NDOUT,
+        "5X,'** warning ** more than one segment but ','only the first segment is used for viv calculations.'");
 }
 
 }  // namespace tidearc

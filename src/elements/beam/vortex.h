@@ -42,6 +42,8 @@ inline VortexControl& vortex_control() { return *reinterpret_cast<VortexControl*
 
 /// Reads, checks and echoes the vortex card and the coefficient table. An algorithm other than 2, or a table that does
 /// not fit, ends the run.
-void read_vortex_cards(int KVIV, int segments);
+void read_vortex_cards(int KVIV);
+/// The warning that stands behind the echo of each member that the wave force divides.
+void warn_of_segments();
 
 }  // namespace tidearc

@@ -50,6 +50,11 @@ void choose_next_generation() {
   }
 }
 
+bool reads_states(Pass pass) { return pass != Pass::determination; }
+bool writes_states(Pass pass) { return pass == Pass::determination || pass == Pass::rewriting; }
+bool writes_own_words(Pass pass) { return pass == Pass::determination || pass == Pass::stiffness; }
+int states_file(Pass pass) { return pass == Pass::kept ? generations.kept_current : generations.current; }
+
 /// NT15 to where the vectors of the kept step start stand.
 void go_to_vectors() {
   FILE(units.NT15, "REWI");
@@ -59,35 +64,32 @@ void go_to_vectors() {
 }  // namespace
 
 void begin_streams(Pass pass) {
-  if (pass == Pass::determination) {
+  if (writes_states(pass)) {
     choose_next_generation();
     FILE(units.NT12, "REWI");
-  } else {
-    FILE(generations.current, "REWI");
   }
+  if (reads_states(pass)) FILE(states_file(pass), "REWI");
   FILE(units.NT13, "REWI");
-  if (pass != Pass::reading) FILE(units.NT2, "REWI");
+  if (writes_own_words(pass)) FILE(units.NT2, "REWI");
 }
 
 void fetch_record(Pass pass, const ElementType& type, Word* record) {
-  if (pass != Pass::determination) FILE(generations.current, "READ", group.LFIX, record);
+  if (reads_states(pass)) FILE(states_file(pass), "READ", group.LFIX, record);
   read_own_words(type, record);
 }
 
 void store_record(Pass pass, const ElementType& type, const Word* record) {
-  if (pass == Pass::reading) return;
-  if (pass == Pass::determination) FILE(units.NT12, "WRIT", group.LFIX, record);
-  write_own_words(type, record);
+  if (writes_states(pass)) FILE(units.NT12, "WRIT", group.LFIX, record);
+  if (writes_own_words(pass)) write_own_words(type, record);
 }
 
 void end_streams(Pass pass) {
-  if (pass == Pass::reading) return;
-  if (pass == Pass::determination) generations.current = units.NT12;
-  std::swap(units.NT13, units.NT2);
+  if (writes_states(pass)) generations.current = units.NT12;
+  if (pass == Pass::rewriting) exchange_generations();
+  if (writes_own_words(pass)) std::swap(units.NT13, units.NT2);
 }
 
 void begin_streaming() {
-  generations = {};
   generations.current = units.NT1;
   for (const int unit : {units.NT1, units.NT13, units.NT2}) FILE(unit, "REWI");
   for_each_group([](const ElementType& type) {

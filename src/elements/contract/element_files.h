@@ -23,17 +23,21 @@ struct ElementType;
 /// What a pass over the elements takes and leaves.
 enum class Pass {
   reading,        ///< takes the states at hand; changes nothing
+  kept,           ///< disk jobs: takes the current generation of the kept step start; changes nothing
   determination,  ///< goes from the reference generation to the current one; changes KSTIF
+  rewriting,      ///< takes the states at hand, which are the reference too, and leaves both with other first portions
   stiffness,      ///< takes the states at hand; changes the tail and the words of the stiffness pass
 };
 
-/// Files of first portions in a disk job, as unit numbers. Set by LODELM, advanced by determinations, state updates and
-/// the keeping of a step start.
+/// Files of first portions in a disk job, as unit numbers, and the marks of a core job. Set by LODELM, advanced by
+/// determinations, state updates and the keeping of a step start.
 struct GenerationBlock {
-  int current = 0;         ///< current generation; that of NT1 when nothing has been determined since the last update
-  int kept_reference = 0;  ///< reference generation of the step start that is kept, 0 none
-  int kept_current = 0;    ///< current generation of it
-  int kept_vectors = 0;    ///< where the vectors of it stand, behind the records of kept_current when that is the file
+  int current = 0;          ///< current generation; that of NT1 when nothing has been determined since the last update
+  int kept_reference = 0;   ///< reference generation of the step start that is kept, 0 none
+  int kept_current = 0;     ///< current generation of it
+  int kept_vectors = 0;     ///< where the vectors of it stand, behind the records of kept_current when that is the file
+  bool kept_alike = false;  ///< core: both generations of the step start that is kept are the same, and stand once
+  bool reference_due = false;  ///< core: the records in the pool are the reference too, which is not on NT12 yet
 };
 inline GenerationBlock generations;
 static_assert(std::is_trivially_copyable_v<GenerationBlock>);

@@ -1,64 +1,103 @@
-// Passes that want forces only: resisting forces of the states at hand, and the dynamic forces of the integrators.
-#include <array>
+// Passes that want forces only, of the states at hand: resisting forces, the dynamic forces of the integrators, the
+// forces of each group.
+#include <algorithm>
+#include <cmath>
 
-#include "elements/contract/gather.h"
 #include "elements/contract/pass.h"
+#include "elements/contract/pass_vectors.h"
 #include "elements/contract/walk.h"
-#include "run/vectors.h"
-#include "solve/arrays.h"
 
 namespace tidearc {
 
 namespace {
 
-/// A vector that a pass sums into, from zero; null when it is not asked for.
-double* cleared(int index) {
-  if (index < 1) return nullptr;
-  double* vector = equation_vector(index).data();
-  RZERO(vector, NEQ1());
-  return vector;
+void stand_still() {
+  element.EVEL = {};
+  element.EACC = {};
+  element.TIME = response.TIME;
 }
 
-void add(const Gathering& nodal, std::array<double, most_freedoms>& values, double* vector) {
-  if (vector != nullptr) scatter_add(nodal, location_vector(), group.NDOF, values.data(), vector);
+bool forces_are_finite() {
+  return std::all_of(element.ERES.begin(), element.ERES.begin() + group.NDOF,
+                     [](double force) { return std::isfinite(force); });
 }
 
 }  // namespace
 
+bool elements_damp() {
+  bool found = false;
+  for_each_group([&](const ElementType&) { found = found || group_damps(); });
+  return found;
+}
+
+ElementPlace first_bad_element() {
+  ElementPlace place;
+  stand_still();
+  for_each_element(Pass::reading, [&](const ElementType& type, const Word* record, int) {
+    if (place.group != 0) return;
+    load_record(record);
+    type.operations.resist();
+    if (!forces_are_finite()) place = {element.IGRP, record_words()[0]};
+  });
+  return place;
+}
+
 void sum_resisting_forces(int resisting) {
   const Gathering nodal = gathering();
   double* R = cleared(resisting);
-  element.EVEL = {};
-  element.EACC = {};
-  element.TIME = response.TIME;
+  stand_still();
   for_each_element(Pass::reading, [&](const ElementType& type, const Word* record, int) {
     load_record(record);
     type.operations.resist();
-    add(nodal, element.ERES, R);
+    add_to(nodal, element.ERES, R);
   });
 }
 
 void sum_dynamic_forces(double c1, double c2, int VEL, int ACC, const DynamicForces& into) {
   const Gathering nodal = gathering();
-  const double* velocities = equation_vector(VEL).data();
-  const double* accelerations = equation_vector(ACC).data();
+  const double* velocities = given(VEL);
+  const double* accelerations = given(ACC);
   double* effective = cleared(into.effective);
   double* resisting = cleared(into.resisting);
   double* damping = cleared(into.damping);
   element.TIME = response.TIME;
   for_each_element(Pass::reading, [&](const ElementType& type, const Word* record, int) {
+    const bool damps = group_damps();
+    if (!damps && resisting == nullptr) return;
     load_record(record);
-    gather(nodal, location_vector(), group.NDOF, velocities, element.EVEL.data());
-    gather(nodal, location_vector(), group.NDOF, accelerations, element.EACC.data());
-    if (type.operations.dynamic != nullptr) {
+    gather_given(nodal, velocities, element.EVEL);
+    gather_given(nodal, accelerations, element.EACC);
+    if (damps && effective != nullptr && type.operations.dynamic != nullptr) {
       type.operations.dynamic(c1, c2);
-      add(nodal, element.EDYNF, effective);
+      add_to(nodal, element.EDYNF, effective);
     }
     if (resisting == nullptr && damping == nullptr) return;
     type.operations.resist();
-    add(nodal, element.ERES, resisting);
-    add(nodal, element.EDAMP, damping);
+    add_to(nodal, element.ERES, resisting);
+    if (damps) add_to(nodal, element.EDAMP, damping);
   });
+}
+
+void sum_forces_by_group(int damped, int resisting, int damping, const std::function<void(int group)>& done) {
+  const Gathering nodal = gathering();
+  const double* velocities = given(damped);
+  double* R = cleared(resisting);
+  double* D = cleared(damping);
+  stand_still();
+  for_each_element(
+      Pass::reading,
+      [&](const ElementType& type, const Word* record, int) {
+        load_record(record);
+        gather_given(nodal, velocities, element.EVEL);
+        type.operations.resist();
+        add_to(nodal, element.ERES, R);
+        if (group_damps()) add_to(nodal, element.EDAMP, D);
+      },
+      [&] {
+        done(element.IGRP);
+        cleared(resisting);
+        cleared(damping);
+      });
 }
 
 }  // namespace tidearc

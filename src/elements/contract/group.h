@@ -31,6 +31,8 @@ inline constexpr int group_words = words(sizeof(GroupRecord));
 
 /// The group that is current in a pass or in input, and what its input and the loading keep about all groups.
 inline GroupRecord group;
+/// Whether its elements have stiffness-proportional damping.
+inline bool group_damps() { return group.BETAO != 0.0 || group.BETAT != 0.0; }
 
 /// Written by ELDATA; everybody else reads.
 struct ElementCountBlock {

@@ -64,6 +64,7 @@ void refuse(std::int64_t needed) {
 
 /// The first portions as read in are the state at the start: both generations of it.
 void begin_generations() {
+  generations = {};
   if (records_on_disk()) {
     begin_streaming();
   } else {

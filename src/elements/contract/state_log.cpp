@@ -50,8 +50,16 @@ void cut_stale_records() {
 
 }  // namespace
 
+void open_state_log() {
+  if (is_open_tape(UNIT_STATE_LOG)) return;
+  const Word header = 0;
+  open_tape(UNIT_STATE_LOG, "OVRLOAD", false);
+  FILE(UNIT_STATE_LOG, "WRIT", 1, &header);
+  FILE(UNIT_STATE_LOG, "REWI");
+}
+
 void log_state_change(const StateLogRecord& record) {
-  if (!is_open_tape(UNIT_STATE_LOG)) return;
+  if (state_log.silent || !is_open_tape(UNIT_STATE_LOG)) return;
   place();
   FILE(UNIT_STATE_LOG, "WRIT", record_words, &record);
   ++state_log.written;

@@ -1,6 +1,6 @@
 // The element-state log: a record for each change of an element's state code, on the record file of unit 33.
 //
-// The static and dynamic macros open the file, write its header (one word 0) and rewind it. While it is not open,
+// The first analysis of a problem opens the file, writes its header (one word 0) and rewinds it. While it is not open,
 // nothing is written. A record is 24 words:
 //   1     element type              9-10   time
 //   2     element number            11-12  force
@@ -40,10 +40,13 @@ struct StateLogBlock {
   int committed = 0;    ///< those of them that a state update has made final                             [-]
   bool placed = false;  ///< the file stands behind `written` records (after its opening it stands at its start)
   bool stale = false;   ///< dropped records still follow the position
+  bool silent = false;  ///< a determination that leaves no trace is at work: nothing is written
 };
 inline StateLogBlock state_log;
 static_assert(std::is_trivially_copyable_v<StateLogBlock>);
 
+/// Opens the log with its header; no effect when it is open already.
+void open_state_log();
 /// Appends a record, when the file is open.
 void log_state_change(const StateLogRecord& record);
 /// Drops the records that no state update has committed.

@@ -4,12 +4,13 @@
 // In core the current generation is the pool record of each element and the reference one record of LFIX words per
 // element on TapeFile NT12; in a disk job both are files (element_files.h). KSTIF and the word of the type's stiffness
 // pass belong to the element and to neither generation.
-#include "elements/contract/gather.h"
+//
+// In core a state update only marks that NT12 is to become what the records are; the next determination writes it, when
+// it has each record in hand anyway.
 #include "elements/contract/pass.h"
+#include "elements/contract/pass_vectors.h"
 #include "elements/contract/state_log.h"
 #include "elements/contract/walk.h"
-#include "run/vectors.h"
-#include "solve/arrays.h"
 #include "solve/solver.h"
 
 namespace tidearc {
@@ -18,18 +19,19 @@ namespace {
 
 int reference_unit() { return records_on_disk() ? units.NT1 : units.NT12; }
 
-/// The work block gets the element's reference state, with the words that belong to no generation as they stand.
+/// The work block gets the element's reference state.
 void load_reference(int reference, const ElementType& type, const Word* record) {
-  const int tail = group.LEI - group.LFIX;
-  copy_words(record_words(), next_record(reference).data(), group.LFIX);
-  copy_words(record_words() + group.LFIX, record + group.LFIX, tail);
-  put_stiffness_words(type, stiffness_words(type, record), record_words());
+  if (generations.reference_due) {
+    FILE(reference, "WRIT", group.LFIX, record);
+    load_record(record);
+  } else {
+    load_state(type, next_record(reference).data(), record);
+  }
 }
 
 void start_determination() {
   drop_uncommitted_changes();
   FILE(reference_unit(), "REWI");
-  RZERO(equation_vector(arrays.R).data(), NEQ1());
   element.EVEL = {};
   element.EACC = {};
   element.TIME = response.TIME;
@@ -40,19 +42,13 @@ void set_last_changed(int last) {
   if (solver.KRESET == 0 || last > solver.NELCHK) solver.NELCHK = last;
 }
 
-/// Core: the first portions of all records onto the reference file.
-void write_reference() {
-  FILE(units.NT12, "REWI");
-  for_each_element(Pass::reading,
-                   [](const ElementType&, const Word* record, int) { FILE(units.NT12, "WRIT", group.LFIX, record); });
-}
-
-/// Core: both generations of every element onto NT15.
+/// Core: both generations of every element onto NT15, the reference first; once when they are the same.
 void write_generations() {
+  generations.kept_alike = generations.reference_due;
   FILE(units.NT15, "REWI");
   FILE(units.NT12, "REWI");
   for_each_element(Pass::reading, [](const ElementType&, const Word* record, int) {
-    FILE(units.NT15, "WRIT", group.LFIX, next_record(units.NT12).data());
+    if (!generations.kept_alike) FILE(units.NT15, "WRIT", group.LFIX, next_record(units.NT12).data());
     FILE(units.NT15, "WRIT", group.LFIX, record);
   });
 }
@@ -62,32 +58,46 @@ void read_generations() {
   FILE(units.NT15, "REWI");
   FILE(units.NT12, "REWI");
   for_each_element(Pass::reading, [](const ElementType& type, Word* record, int) {
-    FILE(units.NT12, "WRIT", group.LFIX, next_record(units.NT15).data());
+    if (!generations.kept_alike) FILE(units.NT12, "WRIT", group.LFIX, next_record(units.NT15).data());
     const StiffnessWords kept = stiffness_words(type, record);
     FILE(units.NT15, "READ", group.LFIX, record);
     put_stiffness_words(type, kept, record);
   });
+  generations.reference_due = generations.kept_alike;
 }
 
 }  // namespace
 
-void determine_states() {
+void determine_states(const Motion& motion) {
   start_determination();
   const Gathering nodal = gathering();
   const double* U = equation_vector(arrays.U).data();
   const double* U0 = equation_vector(arrays.U0).data();
-  double* R = equation_vector(arrays.R).data();
+  const double* velocities = given(motion.velocity);
+  const double* accelerations = given(motion.acceleration);
+  const double* damped = given(motion.damped);
+  const bool moving = velocities != nullptr || accelerations != nullptr || damped != nullptr;
+  double* R = cleared(arrays.R);
+  double* damping = cleared(motion.damping);
   const int reference = reference_unit();
   int last = 0;
   for_each_element(Pass::determination, [&](const ElementType& type, Word* record, int running) {
     load_reference(reference, type, record);
     gather_change(nodal, location_vector(), group.NDOF, U, U0, element.EDISP.data());
+    if (moving) {
+      gather_given(nodal, velocities, element.EVEL);
+      gather_given(nodal, accelerations, element.EACC);
+    }
     type.operations.state();
     copy_words(record, record_words(), group.LFIX);
+    const bool damps = damping != nullptr && group_damps();
+    if (damps) gather_given(nodal, damped, element.EVEL);
     type.operations.resist();
-    scatter_add(nodal, location_vector(), group.NDOF, element.ERES.data(), R);
+    add_to(nodal, element.ERES, R);
+    if (damps) add_to(nodal, element.EDAMP, damping);
     if (record[1] != 0) last = running;
   });
+  generations.reference_due = false;
   set_last_changed(last);
 }
 
@@ -95,9 +105,20 @@ void take_over_states() {
   if (records_on_disk()) {
     exchange_generations();
   } else {
-    write_reference();
+    generations.reference_due = true;
   }
   commit_changes();
+}
+
+void restart_element_envelopes() {
+  take_over_states();
+  element.TIME = response.TIME;
+  for_each_element(Pass::rewriting, [](const ElementType& type, Word* record, int) {
+    if (type.operations.restart_envelope == nullptr) return;
+    load_record(record);
+    type.operations.restart_envelope();
+    copy_words(record, record_words(), group.LFIX);
+  });
 }
 
 void save_states() {

@@ -5,6 +5,21 @@
 
 namespace tidearc {
 
+namespace {
+
+/// What the damping of the current group adds to its matrices: `initial` times the initial one, `tangent` times the
+/// tangent one, from which the weight AB of the step's start is taken. Both are zero in a static analysis.
+struct DampingFactors {
+  double initial = 0.0;
+  double tangent = 0.0;
+};
+DampingFactors damping_factors(int KFORM) {
+  if (KFORM < 1) return {};
+  return {group.BETAO * integration.A2, group.BETAT * integration.A2 - integration.AB};
+}
+
+}  // namespace
+
 void deliver_change(int ND, bool reset, double* EMAT, double* delivered) {
   const RealTable K(EMAT, ND, ND);
   for (int i = 1; i <= ND; ++i) {
@@ -45,8 +60,8 @@ void unpack_matrix(int ND, double* EMAT) {
 
 MatrixForm form_current_matrix(const ElementType& type, Word* record, int KFORM, bool reset) {
   load_record(record);
-  // Both damping factors are zero in a static analysis.
-  MatrixForm form = type.operations.stiffness(KFORM, ZERO, ZERO, reset);
+  const DampingFactors factors = damping_factors(KFORM);
+  MatrixForm form = type.operations.stiffness(KFORM, factors.initial, factors.tangent, reset);
   copy_words(record + group.LFIX, record_words() + group.LFIX, group.LTAN + group.LAUX);
   put_stiffness_words(type, stiffness_words(type, record_words()), record);
 

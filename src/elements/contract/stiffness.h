@@ -6,6 +6,7 @@
 
 #include "elements/contract/gather.h"
 #include "elements/contract/walk.h"
+#include "solve/integration.h"
 
 namespace tidearc {
 
@@ -33,12 +34,16 @@ void unpack_matrix(int ND, double* EMAT);
 /// EMAT: that of the type, but full where nodes have local systems.
 MatrixForm form_current_matrix(const ElementType& type, Word* record, int KFORM, bool reset);
 
+/// Whether the damping terms of the current group are new to the assembled matrix: in the first step of a dynamic
+/// analysis, before its matrix holds them.
+inline bool damping_is_due(int KFORM) { return KFORM == 1 && integration.NEWCON == 0 && group_damps(); }
+
 /// Walks over all elements in order and calls add(ElementMatrix) for each that is formed: every element when `reset`,
-/// else those with a running number up to NELCHK whose KSTIF is not zero.
+/// else those with a running number up to NELCHK whose KSTIF is not zero or whose damping is due.
 template <class Add>
 void form_element_matrices(int KFORM, bool reset, int NELCHK, Add&& add) {
   for_each_element(Pass::stiffness, [&](const ElementType& type, Word* record, int running) {
-    if (!reset && (running > NELCHK || record[1] == 0)) return;
+    if (!reset && (running > NELCHK || (record[1] == 0 && !damping_is_due(KFORM)))) return;
     const MatrixForm form = form_current_matrix(type, record, KFORM, reset);
     add(ElementMatrix{group.NDOF, form == MatrixForm::packed, location_vector(), element.EMAT.data()});
   });

@@ -28,8 +28,8 @@ struct ElementOperations {
   /// EDYNF: (BETAO K0 + BETAT Kt) applied to (1+c1) v + c2 a (DYNF).
   void (*dynamic)(double c1, double c2) = nullptr;
   /// EMAT, symmetric, in global directions: the change since the last delivery, or the whole matrix when `reset`; keeps
-  /// what was delivered in the tail and clears KSTIF (STIF). With KFORM of at least 1 the matrix is c1 K0 + (1+c2) Kt,
-  /// else Kt. Returns the form in which EMAT stands.
+  /// what was delivered in the tail and clears KSTIF (STIF). With KFORM of at least 1 (a dynamic analysis) the matrix
+  /// is c1 K0 + (1+c2) Kt, else Kt. Returns the form in which EMAT stands.
   MatrixForm (*stiffness)(int KFORM, double c1, double c2, bool reset) = nullptr;
   /// Factor of EDISP up to the next change of stiffness (EVNT); null: the type has no events.
   ElementEvent (*event)() = nullptr;
@@ -37,6 +37,9 @@ struct ElementOperations {
   void (*envelope)() = nullptr;
   /// Lines of the results report (PRNT).
   void (*print)() = nullptr;
+  /// The extremes of the envelope become the values of the state as it stands, their times TIME of the work block;
+  /// null: the type keeps no extremes.
+  void (*restart_envelope)() = nullptr;
 };
 
 struct ElementType {

@@ -31,9 +31,10 @@ void for_each_group(Action&& action) {
 /// In a disk job there is one place, filled before the call and emptied behind it as the pass asks.
 ///
 /// The record is the current generation; a determination finds the words of the stiffness pass and the tail in it, and
-/// must leave the whole first portion.
-template <class Action>
-void for_each_element(Pass pass, Action&& action) {
+/// must leave the whole first portion. Behind the last element of a group, or at once when it has none, follows
+/// group_done().
+template <class Action, class GroupDone>
+void for_each_element(Pass pass, Action&& action, GroupDone&& group_done) {
   const bool streaming = records_on_disk();
   if (streaming) begin_streams(pass);
   int index = storage.KEDAT;
@@ -49,8 +50,13 @@ void for_each_element(Pass pass, Action&& action) {
         index += group.LEI + 1;
       }
     }
+    group_done();
   });
   if (streaming) end_streams(pass);
+}
+template <class Action>
+void for_each_element(Pass pass, Action&& action) {
+  for_each_element(pass, action, [] {});
 }
 
 /// Word copies between the work block and a record that may begin on an odd word.
@@ -70,6 +76,14 @@ inline StiffnessWords stiffness_words(const ElementType& type, const Word* recor
 inline void put_stiffness_words(const ElementType& type, const StiffnessWords& kept, Word* record) {
   record[1] = kept.KSTIF;
   if (type.stiffness_word > 0) record[type.stiffness_word - 1] = kept.other;
+}
+
+/// The work block gets the record with the first portion of another state; the tail and the words of the stiffness
+/// pass, which belong to no state, as they stand in the record.
+inline void load_state(const ElementType& type, const Word* first_portion, const Word* record) {
+  copy_words(record_words(), first_portion, group.LFIX);
+  copy_words(record_words() + group.LFIX, record + group.LFIX, group.LEI - group.LFIX);
+  put_stiffness_words(type, stiffness_words(type, record), record_words());
 }
 
 }  // namespace tidearc

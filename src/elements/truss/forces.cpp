@@ -1,4 +1,5 @@
 // Resisting, damping and dynamic forces of the truss, its matrix, and its event: the operations around the kernels.
+#include <cmath>
 #include <cstddef>
 
 #include "elements/contract/group.h"
@@ -11,6 +12,7 @@
 #include "elements/truss/operations.h"
 #include "elements/truss/pressure.h"
 #include "run/layout.h"
+#include "solve/integration.h"
 
 namespace tidearc {
 
@@ -21,9 +23,15 @@ double tangent(const TrussRecord& truss) {
   return branch_tangent(truss.KYLD, truss.SK1, truss.SK2);
 }
 
+/// Initial stiffness, as damping takes it. Of a failing element nothing else is left than the slope along which its
+/// force goes; its sign is that of the motion, and a damping force that took it over would drive the element.
+double initial_stiffness(const TrussRecord& truss) {
+  return truss.KFAIL != 0 ? std::abs(truss.SK2) : truss.SK1 + truss.SK2;
+}
+
 /// The product of stiffness-proportional damping, initial and tangent.
 double damping(const TrussRecord& truss) {
-  return combined_stiffness(group.BETAO, truss.SK1 + truss.SK2, group.BETAT, tangent(truss));
+  return combined_stiffness(group.BETAO, initial_stiffness(truss), group.BETAT, tangent(truss));
 }
 
 /// Extension that EDISP would add, without moving the element.
@@ -47,7 +55,7 @@ void print_trouble(const TrussRecord& truss, double dE, const EventTrouble& trou
 void RESP01() {
   const TrussRecord& truss = current_record<TrussRecord>();
   const double N = truss.F1 + truss.F2;
-  const double D = damping(truss) * extension(truss.DIR, element.EVEL.data());
+  const double D = group_damps() ? damping(truss) * extension(truss.DIR, element.EVEL.data()) : 0.0;
   for (std::size_t i = 0; i < truss_freedoms; ++i) {
     element.ERES[i] = N * truss.DIR[i];
     element.EDAMP[i] = D * truss.DIR[i];
@@ -65,12 +73,14 @@ void DYNF01(double c1, double c2) {
 MatrixForm STIF01(int KFORM, double c1, double c2, bool reset) {
   TrussRecord& truss = current_record<TrussRecord>();
   const double Kt = tangent(truss);
-  const double K = KFORM >= 1 ? combined_stiffness(c1, truss.SK1 + truss.SK2, 1.0 + c2, Kt) : Kt;
+  const double K = KFORM >= 1 ? combined_stiffness(c1, initial_stiffness(truss), 1.0 + c2, Kt) : Kt;
   const std::span<double, 36> EMAT(element.EMAT.data(), 36);
   axial_matrix(K, truss.DIR, EMAT);
   if (truss.KGEOM != 0 && truss.XL > 0.0) {
     const double N = truss.F1 + truss.F2 + (1.0 - 2.0 * truss.PNU) * mean_end_pressure(truss);
-    add_geometric_matrix(N / truss.XL, truss.DIR, EMAT);
+    // Its damping has no part in it, the weight of the step's end in a dynamic analysis has.
+    const double weight = KFORM >= 1 ? 1.0 - integration.AB : 1.0;
+    add_geometric_matrix(weight * N / truss.XL, truss.DIR, EMAT);
   }
   deliver_change(truss_freedoms, reset, EMAT.data(), truss.tangent);
   truss.head.KSTIF = 0;

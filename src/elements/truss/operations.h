@@ -13,5 +13,6 @@ MatrixForm STIF01(int KFORM, double c1, double c2, bool reset);
 ElementEvent EVNT01();
 void ENVO01();
 void PRNT01();
+void RENV01();
 
 }  // namespace tidearc

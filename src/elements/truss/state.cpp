@@ -123,4 +123,11 @@ void SDET01() {
   truss.head.KSTIF = truss.KYLD == truss.KLAST && truss.KGEOM == 0 ? 0 : 1;
 }
 
+void RENV01() {
+  TrussRecord& truss = current_record<TrussRecord>();
+  truss.FMAX = truss.FMIN = truss.FREP;
+  truss.EXTMAX = truss.EXTMIN = truss.EXT;
+  truss.TFMAX = truss.TFMIN = truss.TEMAX = truss.TEMIN = element.TIME;
+}
+
 }  // namespace tidearc

@@ -1,0 +1,54 @@
+// The applied load of a dynamic step: what static analyses have left, and the records.
+#include <algorithm>
+
+#include "dynamic/commands.h"
+#include "dynamic/parts.h"
+#include "dynamic/step.h"
+#include "model/patterns.h"
+#include "run/vectors.h"
+#include "solve/arrays.h"
+#include "static/segment.h"
+
+namespace tidearc {
+
+namespace {
+
+double elapsed() { return response.TIME - dynamics.TSTART; }
+
+/// P of all patterns at their accumulated factors, at the displacements U, becomes the static part PS.
+void form_static_part() {
+  LODLVL(ZERO);
+  RCOPY(equation_vector(arrays.PS).data(), equation_vector(arrays.P).data(), NEQ1());
+}
+
+}  // namespace
+
+bool static_loads_move() {
+  for (int p = 0; p < static_loads.NMADE; ++p) {
+    const auto i = static_cast<std::size_t>(p);
+    const bool moves = patterns.type[i] == pattern_follower || patterns.type[i] == pattern_surface;
+    if (moves && statics.accumulated[i] != ZERO) return true;
+  }
+  return false;
+}
+
+void form_first_load() {
+  form_static_part();
+  form_applied_load();
+}
+
+void form_applied_load() {
+  if (dynamics.moving_loads) form_static_part();
+  const Reals P = equation_vector(arrays.P);
+  RCOPY(P.data(), equation_vector(arrays.PS).data(), NEQ1());
+  // The wave load of TIME, at the same level, is added here when there is one.
+  if (has_record_loads()) add_record_loads(elapsed(), dynamics.level, P);
+}
+
+void RDYNAM() {
+  const TimedPhase timed("RDYNAM");
+  form_applied_load();
+  if (has_imposed()) form_imposed(elapsed(), equation_vector(arrays.XI));
+}
+
+}  // namespace tidearc
