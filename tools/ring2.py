@@ -20,6 +20,7 @@ ROOT = run_deck.ROOT
 # Lines that tell date, time of day or seconds used.
 VOLATILE = re.compile(rb"^1DATE +\d|^ TIDEARC Version: |^ [A-Z \-]+( +-?\d*\.\d{3}){1,2} *$")
 TEXT_FILES = ("TAModel.out", "TAP53")
+TIMES_ALONE = {"fort.12"}  # nothing but seconds
 
 
 def decks():
@@ -41,7 +42,7 @@ def stable(path):
 
 def differences(first, second):
     """Names of files that two runs did not leave alike."""
-    names = sorted(set(os.listdir(first)) | set(os.listdir(second)))
+    names = sorted((set(os.listdir(first)) | set(os.listdir(second))) - TIMES_ALONE)
     return [name for name in names
             if not (os.path.exists(os.path.join(first, name)) and os.path.exists(os.path.join(second, name)) and
                     stable(os.path.join(first, name)) == stable(os.path.join(second, name)))]

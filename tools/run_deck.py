@@ -8,6 +8,13 @@ each `* EXPECT` line is one check; behind a semicolon stands where the expected 
 
     exit N
     displacement X|Y|Z|XR|YR|ZR NODE print K = VALUE tol T      K-th results page of that direction, 1 the first
+    velocity|acceleration X|.. NODE print K = VALUE tol T
+    displacement X|.. NODE macro M at TIME = VALUE tol T        between two prints of the run's M-th dynamic macro: the cubic through
+                                                                displacements and velocities
+    envelope X|.. NODE max|min|tmax|tmin print K = VALUE tol T  K-th table of nodal displacement envelopes; tmax, tmin: their times
+    row macro M step S COLUMN = VALUE tol T                     row of TAP53 that ends a step of the M-th dynamic macro (S `last`: its last
+                                                                one); columns as deck_motion.py names them
+    lines macro M type T in LOW .. HIGH                         rows of a type in a DYN1 macro
     force|extension|plastic+|plastic- GROUP ELEMENT print K = VALUE tol T
     yield GROUP ELEMENT print K = CODE
     coordinate X|Y|Z NODE = VALUE tol T                         first table of node coordinates
@@ -24,7 +31,8 @@ each `* EXPECT` line is one check; behind a semicolon stands where the expected 
     text FILE has|lacks 'TEXT'
     file NAME exists|absent
 
-T is relative. Half a unit of the last digit that the report prints comes on top: more the report cannot say.
+T is relative; `within A` in place of `tol T` is an absolute tolerance, for figures that are 0 or near it. Half a unit of the last
+digit that the report prints comes on top: more the report cannot say.
 """
 import argparse
 import math
@@ -36,28 +44,14 @@ import sys
 import tempfile
 import time
 
+import deck_motion
+from deck_motion import DIRECTIONS
+from deck_number import Missing, Number
 from deck_path import Path
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-DIRECTIONS = {"X": " X", "Y": " Y", "Z": " Z", "XR": "XR", "YR": "YR", "ZR": "ZR"}
+TITLES = ("RESPONSE AT NODES", " RESULTS FOR GROUP", "NODAL DISPLACEMENT ENVELOPES")
 TIME_LIMIT = 120.0
-
-
-class Missing(Exception):
-    """What an expectation speaks of is not in the files of the run."""
-
-
-class Number:
-    """A printed number and half a unit of its last digit."""
-
-    def __init__(self, text):
-        text = text.strip()
-        match = re.fullmatch(r"([-+]?)(\d*)\.?(\d*)(?:[ED]?([-+]\d+))?", text)
-        if not match or not (match[2] or match[3]):
-            raise Missing(f"'{text}' is no number")
-        exponent = int(match[4] or 0)
-        self.value = float(f"{match[1]}{match[2] or 0}.{match[3] or 0}E{exponent}")
-        self.half_unit = 0.5 * 10.0 ** (exponent - len(match[3]))
 
 
 class Run:
@@ -82,7 +76,7 @@ class Run:
     def pages(self, title, lines=None):
         """Report lines behind each line that matches a title, up to the next results title."""
         lines = self.lines("TAModel.out") if lines is None else lines
-        marks = [n for n, line in enumerate(lines) if "RESPONSE AT NODES" in line or " RESULTS FOR GROUP" in line or line[:1] == "1"]
+        marks = [n for n, line in enumerate(lines) if any(mark in line for mark in TITLES) or line[:1] == "1"]
         for k, n in enumerate(marks):
             if re.search(title, lines[n]):
                 yield lines[n + 1:marks[k + 1] if k + 1 < len(marks) else len(lines)]
@@ -93,15 +87,21 @@ class Run:
             raise Missing(f"print {number} of {len(pages)} pages")
         return pages[number - 1]
 
+    def response(self, what, direction, node, number, lines=None):
+        page = self.page(rf"^ {{5}}{DIRECTIONS[direction]} +(DISPLACEMENT|ROTATION) RESPONSE AT NODES", number, lines)
+        fields = deck_motion.node_columns(page, node, (what,))
+        if not fields:
+            raise Missing(f"node {node} is not on the page")
+        return Number(fields[what])
+
     def displacement(self, direction, node, number, lines=None):
-        nodes = []
-        for line in self.page(rf"^ {{5}}{DIRECTIONS[direction]} +(DISPLACEMENT|ROTATION) RESPONSE AT NODES", number, lines):
-            if line.startswith("      NODE NUMBER "):
-                nodes = [int(line[k:k + 13]) for k in range(20, len(line.rstrip()), 13)]
-            elif line.startswith("      DISPLACEMENT ") and node in nodes:
-                at = 25 + 13 * nodes.index(node)
-                return Number(line[at:at + 13])
-        raise Missing(f"node {node} is not on the page")
+        return self.response("DISPLACEMENT", direction, node, number, lines)
+
+    def displacement_at(self, direction, node, macro, time):
+        return deck_motion.displacement_at(deck_motion.macro_lines(self.lines("TAModel.out"), macro), direction, node, time)
+
+    def envelope(self, direction, node, which, number):
+        return deck_motion.envelope(self.page(r"^ NODAL DISPLACEMENT ENVELOPES", number), direction, node, which)
 
     def element(self, column, group, element, number):
         for line in self.page(rf" RESULTS FOR GROUP *{group} \(THREE DIMENSIONAL TRUSS", number):
@@ -193,20 +193,26 @@ def progress_row(line):
     return row if line[50:53] in ("YES", "NO ") else None
 
 
-def near(number, wanted, tolerance):
-    return abs(number.value - wanted) <= tolerance * abs(wanted) + number.half_unit * (1.0 + 1e-9)
+def near(number, wanted, tolerance, absolute=False):
+    return abs(number.value - wanted) <= tolerance * (1.0 if absolute else abs(wanted)) + number.half_unit * (1.0 + 1e-9)
 
 
 def check_numbers(run, text):
     """(passed, found) for the quantities that are compared with a value; None when the line is none of them."""
-    match = re.fullmatch(r"(.+) = (\S+)(?: tol (\S+))?", text)
+    match = re.fullmatch(r"(.+) = (\S+)(?: (tol|within) (\S+))?", text)
     if not match:
         return None
-    what, wanted, tolerance = match[1], float(match[2]), float(match[3] or 0.0)
+    what, wanted, tolerance = match[1], float(match[2]), float(match[4] or 0.0)
     words = what.split()
-    if match[3]:
-        if words[0] == "displacement":
-            found = run.displacement(words[1], int(words[2]), int(words[4]))
+    if match[4]:
+        if words[0] in ("displacement", "velocity", "acceleration") and words[3] == "print":
+            found = run.response(words[0].upper(), words[1], int(words[2]), int(words[4]))
+        elif words[0] == "displacement":
+            found = run.displacement_at(words[1], int(words[2]), int(words[4]), float(words[6]))
+        elif words[0] == "envelope":
+            found = run.envelope(words[1], int(words[2]), words[3], int(words[5]))
+        elif words[0] == "row":
+            found = deck_motion.row_value(run.lines("TAP53"), int(words[2]), words[4], words[5])
         elif words[0] in ("force", "extension", "plastic+", "plastic-"):
             found = run.element(words[0], int(words[1]), int(words[2]), int(words[4]))
         elif words[0] == "coordinate":
@@ -219,7 +225,7 @@ def check_numbers(run, text):
             found = Number(matches[int(k) - 1])
         else:
             return None
-        return near(found, wanted, tolerance), found.value
+        return near(found, wanted, tolerance, match[3] == "within"), found.value
     if words[0] == "yield":
         found = run.element("yield", int(words[1]), int(words[2]), int(words[4]))
     elif words[0] == "iterations":
@@ -252,6 +258,9 @@ def check_facts(run, text):
         rows, limit = run.rows(int(match[1]))
         level = max((r[2] for r in rows if r[3] <= limit), default=0.0)
         return float(match[2]) - 5e-5 <= level <= float(match[3]) + 5e-5, level  # levels print with four decimals
+    if match := re.fullmatch(r"lines macro (\d+) type (\d) in (\d+) \.\. (\d+)", text):
+        count = deck_motion.lines_of_type(run.lines("TAP53"), int(match[1]), match[2])
+        return int(match[3]) <= count <= int(match[4]), count
     if match := re.fullmatch(r"fewer reformulations segment (\d+) than segment (\d+)", text):
         counts = [run.reformulations(int(number)) for number in match.groups()]
         return counts[0] < counts[1], f"{counts[0]} and {counts[1]}"

@@ -239,7 +239,7 @@ SHAPES = {"tower": Shape(2, 2, 9, uneven=0.9), "slab": Shape(6, 2, 3, uneven=0.9
 LATTICES = {name: lattice(shape) for name, shape in SHAPES.items()}
 NAMED = ("tower25", "tower72", "tower_collapse", "threebar_cyclic", "threebar_events", "skew_supports", "identical_displacements",
          "moving_supports", "surface_pressure", "follower_force", "strut_buckling", "ductility_failure", "restep", "restep_limit",
-         "fewer_factorisations", "several_problems")
+         "fewer_factorisations", "several_problems", "offsets")
 
 
 def one_problem(deck, number):

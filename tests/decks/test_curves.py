@@ -57,7 +57,7 @@ class PathSolver(unittest.TestCase):
             self.assertEqual(truss.negative_pivots(points[m]), 0 if rises else 1, f"point {m}")
 
     def test_the_tables_beside_the_decks_are_those_of_the_solver(self):
-        for name, table in (("snap_through", curves.snap_through()), ("dome", curves.dome())):
+        for name, table in (("snap_through", curves.snap_through()), ("dome", curves.dome()), ("toggle", curves.toggle())):
             with open(os.path.join(ROOT, "decks", name, "path"), encoding="ascii") as file:
                 rows = [line.split() for line in file]
             wanted = [line.split() for line in table.strip().split("\n")]

@@ -63,6 +63,15 @@ class Storage(unittest.TestCase):
         self.assertIn(MOST_BLOCKS, set.union(*counts.values()))
         self.assertGreaterEqual(len(set.union(*counts.values())), 5)
 
+    def test_large_beams_have_the_bytes_of_the_core_job_on_disk_and_in_blocks(self):
+        for name in ("p_delta", "roll_up", "thermal_beams"):
+            deck = equivalence.one_problem(equivalence.deck_of(name), 1)
+            core = Result(deck)
+            for result in (Result(on_disk(deck)), blocked(deck, core, 4)):
+                with self.subTest(deck=name, blocks=result.blocks):
+                    self.assertTrue(core.analysis)
+                    self.assertEqual(same_bytes(core, result), [])
+
     def test_the_pool_size_decides_the_blocks_and_no_digit(self):
         deck = lattice(Shape(10, 10, 10))
         core = Result(deck)

@@ -147,6 +147,7 @@ class Comparison(unittest.TestCase):
         first = b"1DATE      1- 2-2026 10:00:00\n TOTAL                             0.001     0.002\n"
         second = b"1DATE      1- 3-2026 11:00:00\n TOTAL                             0.004     0.003\n"
         self.assertEqual(self.two_folders("TAModel.out", first, second), [])
+        self.assertEqual(self.two_folders("fort.12", b" 0.001\n", b" 0.002\n"), [])
 
 
 LONG_RUN = b"""\

@@ -7,8 +7,15 @@ A line is: quantity = value tol relative-tolerance ; where the value is from.
 import math
 import sys
 
+import beam_paths
+import beams
 import catenary
+import jacket
+import jacket_push
+import motions
+import shaken
 import structures
+import yielding
 from truss import ELASTIC, Bar, Truss
 
 SOLVER = "independent event-to-event solver, tests/decks/oracle"
@@ -432,7 +439,7 @@ DECKS = [tripod, tower25, tower72, threebar_yield, threebar_cyclic, threebar_col
          strut_buckling, ductility_failure, multilinear_spring, threebar_events, moving_supports, restep_limit,
          fewer_factorisations, disk_blocks, unsymmetric, renumbered, skew_supports, identical_displacements,
          prescribed_displacements, pressure_pattern, follower_force, surface_pressure, self_weight, initial_force, restep,
-         several_problems, catenary_options]
+         several_problems, catenary_options, *beams.DECKS, *beam_paths.DECKS, *jacket.DECKS, jacket_push.jacket_push, *motions.DECKS, *shaken.DECKS, *yielding.DECKS]
 
 
 def main():

@@ -7,6 +7,7 @@ import functools
 import math
 import sys
 
+import elastica
 import structures
 
 SHALLOW_LOAD = 60.0  # at level 1
@@ -58,9 +59,30 @@ def dome():
     return table([f"{'XYZ'[a]}:{n}" for n, a in DOME_WATCHED], rows)
 
 
+TOGGLE_LOAD = 60.0  # at level 1
+TOGGLE_CROWN = 21
+
+
+def williams_toggle():
+    return elastica.Toggle(12.943, 0.386, 1884683.7, 9274.05732)
+
+
+def toggle():
+    """Williams' toggle by shooting, slopes by differences of what is on either side."""
+    frame, space, h = williams_toggle(), 0.0125, 1e-4
+    rows = []
+    for k in range(40):
+        before, load, after = (frame.load(space * k + side) / TOGGLE_LOAD for side in (-h, 0.0, h))
+        rows.append((load, -space * k, (after - before) / (2.0 * h), -1.0))
+    return table([f"Z:{TOGGLE_CROWN}"], rows)
+
+
+TABLES = {"snap_through": snap_through, "dome": dome, "toggle": toggle}
+
+
 def main():
     for name in sys.argv[1:]:
-        sys.stdout.write({"snap_through": snap_through, "dome": dome}[name]())
+        sys.stdout.write(TABLES[name]())
 
 
 if __name__ == "__main__":
