@@ -98,6 +98,98 @@ void subtract_columns_many_of(double* r, const double* const* a, int count, cons
   with_columns(count, [&]<int N>(Columns<N>) { take_from_loads<N>(r, a, x, loads, r1, r2); });
 }
 
+// All six columns of the strip reach its first row.
+bool is_whole(const Strip& strip) {
+  int highest = strip.top[0];
+  for (int n = 1; n < strip.count; ++n) highest = larger(highest, strip.top[n]);
+  return strip.count == strip_rows && highest <= strip.first;
+}
+
+template <int W>
+void forward_triangle_of_loads(const double* const* a, long first, double* x, int loads, const double* s) {
+  Lanes sum[strip_rows][W];
+#pragma GCC unroll 8
+  for (int n = 0; n < strip_rows; ++n) {
+#pragma GCC unroll 2
+    for (int w = 0; w < W; ++w) sum[n][w] = load(s + most_loads * n + group_lanes * w);
+  }
+#pragma GCC unroll 8
+  for (int k = 0; k < strip_rows; ++k) {
+#pragma GCC unroll 2
+    for (int w = 0; w < W; ++w) {
+      double* const row = x + loads * (first + k) + group_lanes * w;
+      const Lanes v = minus(load(row), sum[k][w]);
+      store(row, v);
+#pragma GCC unroll 8
+      for (int n = k + 1; n < strip_rows; ++n) sum[n][w] = fused(v, broadcast(a[n][first + k]), sum[n][w]);
+    }
+  }
+}
+
+void forward_triangle_many_of(const Strip& strip, double* x, int loads, double* s) {
+  int j = 0;
+  if (is_whole(strip)) {
+    for (; j + group_lanes * load_vectors <= loads; j += group_lanes * load_vectors) {
+      forward_triangle_of_loads<load_vectors>(strip.column, strip.first, x + j, loads, s + j);
+    }
+  }
+  for (int n = 0; j < loads && n < strip.count; ++n) {
+    const int c = strip.first + n;
+    const double* const a = strip.column[n];
+    for (int i = j; i < loads; ++i) {
+      double sum = s[most_loads * n + i];
+      for (long k = larger(strip.top[n], strip.first); k < c; ++k) sum = fused(x[loads * k + i], a[k], sum);
+      x[static_cast<long>(loads) * c + i] -= sum;
+    }
+  }
+}
+
+template <int W>
+void back_triangle_of_loads(const double* const* a, long first, double* r, int loads, double* x) {
+  Lanes v[strip_rows][W];
+#pragma GCC unroll 8
+  for (int n = 0; n < strip_rows; ++n) {
+#pragma GCC unroll 2
+    for (int w = 0; w < W; ++w) v[n][w] = load(r + loads * (first + n) + group_lanes * w);
+  }
+#pragma GCC unroll 8
+  for (int n = strip_rows - 1; n >= 0; --n) {
+#pragma GCC unroll 2
+    for (int w = 0; w < W; ++w) {
+      store(x + most_loads * n + group_lanes * w, v[n][w]);
+      store(r + loads * (first + n) + group_lanes * w, v[n][w]);
+      const Lanes factor = times(v[n][w], broadcast(-1.0));
+#pragma GCC unroll 8
+      for (int k = 0; k < n; ++k) v[k][w] = fused(factor, broadcast(a[n][first + k]), v[k][w]);
+    }
+  }
+}
+
+void back_triangle_many_of(const Strip& strip, double* r, int loads, double* x) {
+  int j = 0;
+  if (is_whole(strip)) {
+    for (; j + group_lanes * load_vectors <= loads; j += group_lanes * load_vectors) {
+      back_triangle_of_loads<load_vectors>(strip.column, strip.first, r + j, loads, x + j);
+    }
+  }
+  for (int n = strip.count - 1; j < loads && n >= 0; --n) {
+    const long c = strip.first + n;
+    const double* const a = strip.column[n];
+    for (int i = j; i < loads; ++i) {
+      const double v = x[most_loads * n + i] = r[loads * c + i];
+      for (long k = larger(strip.top[n], strip.first); k < c; ++k) r[loads * k + i] = fused(-v, a[k], r[loads * k + i]);
+    }
+  }
+}
+
+void divide_many_of(double* x, int loads, double pivot) {
+  int j = 0;
+  for (const Lanes d = broadcast(pivot); j + group_lanes <= loads; j += group_lanes) {
+    store(x + j, quotient(load(x + j), d));
+  }
+  for (; j < loads; ++j) x[j] /= pivot;
+}
+
 // The table of this kind of vector unit.
 constexpr Kernels table_of(const char* name) {
   return {name,
@@ -117,5 +209,8 @@ constexpr Kernels table_of(const char* name) {
           divide_by_diagonal_of,
           backward_of,
           column_sums_many_of,
+          forward_triangle_many_of,
+          divide_many_of,
+          back_triangle_many_of,
           subtract_columns_many_of};
 }

@@ -115,9 +115,16 @@ struct Kernels {
   void (*divide_by_diagonal)(const ProfileColumns& K, int r1, int r2, double* x);
   /// Back-substitution with such columns, from the last to the first.
   void (*backward)(const ProfileColumns& K, int r1, int r2, double* r);
-  /// Many loads, `count` columns: load j of row i at x[loads * i + j], sums and factors of column n at most_loads * n +
-  /// j.
+  /// Many loads: load j of row i at x[loads * i + j], sums and factors of column n at most_loads * n + j.
+  /// s[n] += the sum of column n over rows r1..r2, for `count` columns.
   void (*column_sums_many)(const double* const* a, int count, const double* x, int loads, int r1, int r2, double* s);
+  /// The rows of a strip behind these sums.
+  void (*forward_triangle_many)(const Strip& strip, double* x, int loads, double* s);
+  /// A row of loads divided by its pivot.
+  void (*divide_many)(double* x, int loads, double pivot);
+  /// x[n] = r of the strip's column n once the columns behind it in the strip are subtracted from it.
+  void (*back_triangle_many)(const Strip& strip, double* r, int loads, double* x);
+  /// r(i) -= x[n] * column n from the last to the first, over rows r1..r2.
   void (*subtract_columns_many)(double* r, const double* const* a, int count, const double* x, int loads, int r1,
                                 int r2);
 };

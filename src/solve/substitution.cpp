@@ -150,7 +150,7 @@ void couple_prescribed(const Profile<const double>& K, ConstIntegers MSTAT, cons
 void substitute_strip(const Strip& strip, ConstIntegers MSTAT, const Loads& R, int f) {
   const int common = std::clamp(strip.common, f, strip.first);
   LoadSums s;
-  std::fill_n(s.begin(), strip.count * most_loads, 0.0);
+  for (int n = 0; n < strip.count; ++n) std::fill_n(s.begin() + most_loads * n, R.count, 0.0);
   const auto sum = [&](int n, int columns, int lo, int hi) {
     kernels->column_sums_many(strip.column + n, columns, R.rows(), R.count, lo, hi, &s[at(most_loads * n)]);
   };
@@ -158,11 +158,7 @@ void substitute_strip(const Strip& strip, ConstIntegers MSTAT, const Loads& R, i
     for_free_runs(MSTAT, std::max(strip.top[n], f), common - 1, [&](int lo, int hi) { sum(n, 1, lo, hi); });
   }
   for_free_runs(MSTAT, common, strip.first - 1, [&](int lo, int hi) { sum(0, strip.count, lo, hi); });
-  for (int n = 0; n < strip.count; ++n) {
-    const int c = strip.first + n;
-    sum(n, 1, std::max(strip.top[n], strip.first), c - 1);
-    for (int j = 1; j <= R.count; ++j) R(c, j) -= s[at(most_loads * n + j - 1)];
-  }
+  kernels->forward_triangle_many(strip, R.rows(), R.count, s.data());
 }
 
 void take_strip(const Strip& strip, ConstIntegers MSTAT, const Loads& R) {
@@ -170,11 +166,7 @@ void take_strip(const Strip& strip, ConstIntegers MSTAT, const Loads& R) {
   const auto take = [&](int n, int columns, int lo, int hi) {
     kernels->subtract_columns_many(R.rows(), strip.column + n, columns, &x[at(most_loads * n)], R.count, lo, hi);
   };
-  for (int n = strip.count - 1; n >= 0; --n) {
-    const int c = strip.first + n;
-    for (int j = 1; j <= R.count; ++j) x[at(most_loads * n + j - 1)] = R(c, j);
-    take(n, 1, std::max(strip.top[n], strip.first), c - 1);
-  }
+  kernels->back_triangle_many(strip, R.rows(), R.count, x.data());
   for_free_runs(MSTAT, strip.common, strip.first - 1, [&](int lo, int hi) { take(0, strip.count, lo, hi); });
   for (int n = strip.count - 1; strip.ragged && n >= 0; --n) {
     for_free_runs(MSTAT, strip.top[n], strip.common - 1, [&](int lo, int hi) { take(n, 1, lo, hi); });
@@ -197,16 +189,21 @@ void solve_many(const Profile<const double>& K, ConstIntegers MSTAT, Reals value
   const Loads R{values, count};
   couple_prescribed(K, MSTAT, R);
   std::array<int, most_loads> begin{};
-  int f = std::max(1, K.NEQ - 1);
+  int f = std::max(1, K.NEQ - 1), last = 1;  // the first row of the loads, and that from which all have begun
   for (int j = 1; j <= count; ++j) {
     int& first = begin[at(j - 1)];
     for (first = 1; first < K.NEQ - 1 && R(first, j) == 0.0;) ++first;
     f = std::min(f, first);
+    last = std::max(last, first);
   }
   // Where one load has begun and another not, that one's rows are zero and add nothing.
   forward_substitute_many(K, MSTAT, values, count, f);
   for_free_runs(MSTAT, f, K.NEQ, [&](int lo, int hi) {
     for (int e = lo; e <= hi; ++e) {
+      if (e >= last) {
+        kernels->divide_many(&R(e, 1), count, K.diagonal(e));
+        continue;
+      }
       for (int j = 1; j <= count; ++j) {
         if (e >= begin[at(j - 1)]) R(e, j) /= K.diagonal(e);
       }

@@ -261,6 +261,30 @@ TEST(Bits, OfSolutionsAreThoseOfThePlainLoop) {
   }
 }
 
+// Frames of many nodes: pairs of columns of every difference of height, free as a whole or but for a few equations, and
+// longer than the caches that a solution counts on.
+TEST(Bits, OfSolutionsOfLargeFrames) {
+  Random random(39);
+  for (int trial = 0; trial < 24; ++trial) {
+    const int size = trial % 4 == 3 ? 3 : 6, n = size * random_int(random, 40, 160);
+    ProfileSystem factor = node_profile(random, n, size, trial % 3 == 0 ? 60 : n);
+    for (double& value : factor.A) value = random_real(random, -0.02, 0.02);
+    for (int e = 1; e <= n; ++e) factor.entry(e, e) = random_real(random, 0.5, 2.0);
+    std::vector<int> status(at(n), 0);
+    for (int k = trial % 2 == 0 ? 0 : 3; k > 0; --k) status[at(random_int(random, 0, n - 1))] = 1;
+    const std::vector<int> MSTAT = test::links_by_definition(status);
+    std::vector<double> loads(at(n));
+    for (int e = trial % 5 == 0 ? n / 3 : 1; e <= n; ++e) loads[at(e - 1)] = random_real(random, -1.0, 1.0);
+    std::vector<double> plain = loads;
+    test::plain_solve(factor, status, plain);
+    with_every_kernel([&] {
+      std::vector<double> x = loads;
+      solve_symmetric(factor.view(), view(MSTAT), view(x));
+      ASSERT_TRUE(same_bits(x, plain)) << kernels->name << " trial " << trial << " n " << n;
+    });
+  }
+}
+
 TEST(Bits, OfManySolutionsAreThoseOfOneAfterTheOther) {
   Random random(37);
   for (int trial = 0; trial < 400; ++trial) {
