@@ -149,7 +149,7 @@ void judge(const char* what, double value, double bar, bool at_least) {
   if (bar == 0.0) return;
   const bool met = at_least ? value >= bar : value <= bar;
   missed += met ? 0 : 1;
-  std::printf("    %-36s %6.2f   %s %5.2f   %s\n", what, value, at_least ? "at least" : "at most ", bar,
+  std::printf("    %-40s %6.2f   %s %5.2f   %s\n", what, value, at_least ? "at least" : "at most ", bar,
               met ? "met" : "MISSED");
 }
 
@@ -181,7 +181,7 @@ void measure(const Row& row, double peak) {
   const double tail = bench.tail();
   const Bench::Reads one = bench.reads();
   const double many = 16.0 * one.solution / bench.solutions(16);
-  std::printf("%-16s %-5s %7d %6.0f %8.2f %9.3f %9.2f %6.1f %6.2f %6.2f %8.3f %6.2f (%4.2f) %6.1f\n", row.name,
+  std::printf("%-18s %-5s %7d %6.0f %8.2f %9.3f %9.2f %6.1f %6.2f %6.2f %8.3f %6.2f (%4.2f) %6.1f\n", row.name,
               row.in_sloan ? "Sloan" : "RCM", frame.n, static_cast<double>(frame.K.size()) / frame.n,
               1.0E-6 * static_cast<double>(frame.K.size()), 1.0E-9 * work, 1.0E3 * whole, plain / whole,
               work / whole / peak, tail / whole, 1.0E3 * one.solution, one.solution / one.read,
@@ -201,15 +201,15 @@ void run() {
   std::printf("symmetric profile solver: %s, %.1f thousand million multiply-adds a second on this core, BLAS %s\n",
               kernels->name, 1.0E-9 * peak, blas_library().c_str());
   std::printf("times in ms; read: a vectorised sum over the factor (in brackets the fastest one that was found)\n");
-  std::printf("%-16s %-5s %7s %6s %8s %9s %9s %6s %6s %6s %8s %13s %6s\n", "frame", "order", "eqns", "height", "Mreals",
+  std::printf("%-18s %-5s %7s %6s %8s %9s %9s %6s %6s %6s %8s %13s %6s\n", "frame", "order", "eqns", "height", "Mreals",
               "10^9 m-a", "factor", "plain", "peak", "tenth", "solve", "in reads", "16");
   const Bars none;
-  const Row rows[] = {{"jacket 3, 2-2", jacket(3, 2, 2), false, {4, 0.18, 0, 1.9, 4, 0}, false},
-                      {"jacket 11, 4-2", jacket(11, 4, 2), false, {6, 0.25, 0.12, 1.9, 4.5, 0}, false},
-                      {"jacket 53, 5-1", jacket(53, 5, 1), false, {9, 0.38, 0.06, 1.4, 3.5, 1.8}, true},
-                      {"jacket 144, 6-1", jacket(144, 6, 1), false, {9, 0.38, 0.06, 2.5, 4, 0}, false},
+  const Row rows[] = {{"jacket 3/3 in 2", jacket(3, 3, 2), false, {4, 0.18, 0, 1.9, 4, 0}, false},
+                      {"jacket 18/6 in 4", jacket(18, 6, 4), false, {6, 0.25, 0.12, 1.9, 4.5, 0}, false},
+                      {"jacket 75/32 in 4", jacket(75, 32, 4), false, {9, 0.38, 0.06, 1.4, 3.5, 1.8}, true},
+                      {"jacket 200/85 in 5", jacket(200, 85, 5), false, {9, 0.38, 0.06, 2.5, 4, 0}, false},
                       {"block", block(20, 20, 10), false, {16, 0.58, 0.04, 2.1, 3.5, 1}, true},
-                      {"jacket 53, 5-1", jacket(53, 5, 1), true, none, true},
+                      {"jacket 75/32 in 4", jacket(75, 32, 4), true, none, true},
                       {"tower 6x8", tower(6, 8), true, none, false},
                       {"tower 6x8", tower(6, 8), false, none, false},
                       {"tower 6x35", tower(6, 35), true, none, true},

@@ -53,15 +53,14 @@ inline FrameGraph tower(int bays, int cuts) {
   return frame.graph;
 }
 
-/// A jacket of four battered legs: an X brace in each face of each bay; at each level chords, a diamond between their
-/// middles, and a conductor through the middle of each side of the diamond. Pieces have about one length: members are
-/// cut into `low` in the lowest bay and, the jacket being narrow there, into `high` in the highest.
-inline FrameGraph jacket(int bays, int low, int high) {
+/// A jacket of four legs: an X brace in each face of each bay; at each level chords, a diamond between their middles,
+/// and a conductor through the middle of each side of the diamond. Members of the lowest bays, which are to yield, are
+/// cut into `cuts` pieces, those above are left in one.
+inline FrameGraph jacket(int bays, int lowest, int cuts) {
   FrameBuilder frame;
   int below[4] = {-1, -1, -1, -1}, conductor[4] = {-1, -1, -1, -1};
   for (int bay = 0; bay < bays; ++bay) {
-    const int top = bays - 1 - bay;
-    frame.cuts = (low * top + high * bay + (bays - 1) / 2) / std::max(1, bays - 1);
+    frame.cuts = bay < lowest ? cuts : 1;
     int leg[4], crossing[4], middle[4], guide[4];
     for (int* const nodes : {leg, crossing, middle, guide}) {
       for (int k = 0; k < 4; ++k) nodes[k] = frame.joint();
