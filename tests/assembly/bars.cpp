@@ -1,6 +1,7 @@
 // Bars between a few nodes.
 #include "bars.h"
 
+#include <cstring>
 #include <stdexcept>
 
 #include "../support/element_model.h"
@@ -59,14 +60,15 @@ void place_nodes(const std::vector<BarNode>& model_nodes) {
   }
 }
 
-/// The record of a block on NT3 that holds column j: 1 the upper one of a block, 2 the lower one.
-const double* block_of(int j, int triangle) {
+/// The record of a block on NT3 that holds column j: 1 the upper one of a block, 2 the lower one. Its reals may begin
+/// on an odd word.
+const Word* block_of(int j, int triangle) {
   FILE(units.NT3, "REWI");
   int last = 0;
   for (int b = 1; b <= solver.NBLOCK; ++b) {
     last += pool.integers(solver.BLKEQ, MAXBLK)(b);
     for (int t = 1; t <= triangles(); ++t) {
-      const double* A = reinterpret_cast<const double*>(next_record(units.NT3).data());
+      const Word* A = next_record(units.NT3).data();
       if (j <= last && t == triangle) return A;
     }
   }
@@ -85,7 +87,9 @@ double entry_in_blocks(int triangle, int i, int j) {
   const Integers IDIAG = pool.integers(solver.IDIAG, NEQ1());
   const int address = IDIAG(j) + i - j;
   if (address <= (j == first_of_block(j) ? 0 : IDIAG(j - 1))) return 0.0;
-  return block_of(j, triangle)[address - 1];
+  double value = 0.0;
+  std::memcpy(&value, block_of(j, triangle) + 2 * (address - 1), sizeof value);
+  return value;
 }
 
 double entry(int matrix, int i, int j) {
