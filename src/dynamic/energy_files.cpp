@@ -49,10 +49,11 @@ void advance_groups() {
   EnergyFileBlock& files = energy_files;
   rewind_force_files();
   // The vectors of update pairs are free in a dynamic analysis.
-  sum_forces_by_group(arrays.VD, arrays.BFGS1, arrays.BFGS2, [&files](int group) {
+  sum_forces_by_group(arrays.VD, arrays.BFGS1, arrays.BFGS2, [](int group) {
     const auto g = static_cast<std::size_t>(2 * (group - 1));
-    files.energy[g] += group_work(files.forces, files.next_forces, equation_vector(arrays.BFGS1));
-    files.energy[g + 1] += group_work(files.damping, files.next_damping, equation_vector(arrays.BFGS2));
+    energy_files.energy[g] += group_work(energy_files.forces, energy_files.next_forces, equation_vector(arrays.BFGS1));
+    energy_files.energy[g + 1] +=
+        group_work(energy_files.damping, energy_files.next_damping, equation_vector(arrays.BFGS2));
   });
   std::swap(files.forces, files.next_forces);
   std::swap(files.damping, files.next_damping);
