@@ -26,12 +26,23 @@ struct ListView {
   Integers equation, record;
 };
 
-void add_forces(double elapsed, double level, Reals P) {
-  const ListView list(commands.forces);
+/// Calls act(equation, scaled value) for every entry in order. value(record, time) is asked for once for entries in a
+/// row that have both alike: the nodes of a command do.
+template <class Value, class Act>
+void for_each_entry(const CommandList& entries, Value&& value, Act&& act) {
+  const ListView list(entries);
+  double v = 0.0;
   for (int i = 1; i <= list.count; ++i) {
-    const double force = list.scale(i) * record_value(RecordKind::force, list.record(i), list.time(i) + elapsed);
-    P(list.equation(i)) += level * force;
+    const bool alike = i > 1 && list.record(i) == list.record(i - 1) && list.time(i) == list.time(i - 1);
+    if (!alike) v = value(list.record(i), list.time(i));
+    act(list.equation(i), list.scale(i) * v);
   }
+}
+
+void add_forces(double elapsed, double level, Reals P) {
+  for_each_entry(
+      commands.forces, [&](int record, double time) { return record_value(RecordKind::force, record, time + elapsed); },
+      [&](int e, double force) { P(e) += level * force; });
 }
 
 /// Component along an axis (3 * local system + direction) of a vector in master axes.
@@ -68,12 +79,11 @@ void add_record_loads(double elapsed, double level, Reals P) {
 
 void form_imposed(double elapsed, Reals XI) {
   RZERO(XI.data(), XI.size());
-  const ListView list(commands.displacements);
-  for (int i = 1; i <= list.count; ++i) {
-    const double start = record_value(RecordKind::displacement, list.record(i), list.time(i));
-    const double now = record_value(RecordKind::displacement, list.record(i), list.time(i) + elapsed);
-    XI(list.equation(i)) += list.scale(i) * (now - start);
-  }
+  const auto way = [&](int record, double time) {
+    const double start = record_value(RecordKind::displacement, record, time);
+    return record_value(RecordKind::displacement, record, time + elapsed) - start;
+  };
+  for_each_entry(commands.displacements, way, [&](int e, double displacement) { XI(e) += displacement; });
 }
 
 bool has_record_loads() { return commands.forces.count > 0 || commands.ground_loads > 0; }

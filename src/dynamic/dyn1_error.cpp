@@ -9,7 +9,6 @@
 #include "model/control.h"
 #include "model/masses.h"
 #include "model/nodes.h"
-#include "run/vectors.h"
 #include "run/workpool.h"
 #include "solve/arrays.h"
 #include "solve/integration.h"
@@ -50,10 +49,10 @@ void form_midstep_motion(Reals change, Reals velocity) {
   velocity(NEQ1()) = ZERO;
 }
 
-/// The applied load at the middle of the step, at the level of the step.
-void form_midstep_load(Reals load) {
-  RCOPY(load.data(), equation_vector(arrays.PS).data(), NEQ1());
-  add_record_loads(response.TIME - 0.5 * integration.DT - dynamics.TSTART, dynamics.level, load);
+/// The applied load at the middle of the step, at the level of the step, becomes the pool vector.
+void form_midstep_load(int vector) {
+  copy_vector(vector, arrays.PS);
+  add_record_loads(response.TIME - 0.5 * integration.DT - dynamics.TSTART, dynamics.level, equation_vector(vector));
 }
 
 /// Loads less all forces at the middle of the step.
@@ -64,7 +63,7 @@ Reals form_midstep_residual() {
   const Reals damping = equation_vector(arrays.RINC);
   const Reals mass = pool.reals(masses.AMASS, NEQ1());
   const Reals residual = equation_vector(arrays.BFGS1);
-  form_midstep_load(residual);
+  form_midstep_load(arrays.BFGS1);
   for_each_midstep_motion([&](int e, const Midstep& middle) {
     residual(e) -= resisting(e) + damping(e) + mass(e) * (middle.acceleration + integration.DMASS * middle.velocity);
   });

@@ -10,8 +10,6 @@
 #include "model/control.h"
 #include "model/masses.h"
 #include "model/nodes.h"
-#include "results/reports.h"
-#include "run/vectors.h"
 #include "run/workpool.h"
 #include "solve/arrays.h"
 #include "solve/integration.h"
@@ -21,8 +19,6 @@ namespace tidearc {
 
 namespace {
 
-constexpr int most_events = 1000;  ///< of a step; what is left of it is then taken without a look
-
 /// How a substep went.
 enum class SubstepEnd {
   event,     ///< cut at an event, the next substep takes the rest
@@ -31,8 +27,6 @@ enum class SubstepEnd {
   dropped,   ///< no smaller step is allowed
   lost,      ///< not finite
 };
-
-void copy_vector(int to, int from) { RCOPY(equation_vector(to).data(), equation_vector(from).data(), NEQ1()); }
 
 /// The element states are kept where the step may have to be taken anew.
 void keep_step_start() {
@@ -52,7 +46,8 @@ void keep_before_update() {
   dyn1.kept = true;
 }
 
-/// Displacements and element states of the step's start. Velocities and accelerations have not left it.
+/// Displacements and element states of the step's start. Velocities and accelerations of free equations have not left
+/// it; those of prescribed equations are set by the right-hand side of each attempt.
 void return_to_step_start() {
   if (dyn1.kept) recover_states();
   dynamics.taken_over = false;
@@ -100,7 +95,7 @@ void raise_level() {
 void begin_attempt() {
   dyn1.NSUB = 0;
   dyn1.counts.KEEP = dyn1.cards.KSOL == SolutionType::events_constant;
-  RZERO(equation_vector(arrays.DSTEP).data(), NEQ1());
+  clear_vector(arrays.DSTEP);
   dyn1.scale = local_error_scale(integration.BETA, integration.DT);
   if (integration.DT != dyn1.DTC) INTCON(Constants::rescaled, dyn1.DTC);
   dyn1.DTC = integration.DT;
@@ -113,7 +108,7 @@ void begin_attempt() {
 double find_event() {
   const TimedPhase timed("EVNTEL");
   event_found = {};
-  if (cuts_at_events(dyn1.cards.KSOL) && dyn1.NSUB <= most_events) EVSCAN(arrays.RU, dyn1.cards.EVMAX);
+  if (cuts_at_events(dyn1.cards.KSOL) && dyn1.NSUB <= most_events_of_a_step) EVSCAN(arrays.RU, dyn1.cards.EVMAX);
   return event_found.EFAC;
 }
 
@@ -174,11 +169,6 @@ void correct_accelerations() {
     if (mass(e) != ZERO && !prescribed(e)) AT(e) += RU(e) / mass(e);
 }
 
-void update_envelopes() {
-  const TimedPhase timed("ENVUP");
-  update_node_envelopes();
-}
-
 /// The size of the next step; the type of this one's line.
 LineType choose_next_step(double UB) {
   const Dyn1Cards& c = dyn1.cards;
@@ -202,7 +192,7 @@ std::optional<Dyn1End> finish_step() {
   accept_step();
   dyn1.peak = find_peak_motion();
   dyn1.out = {};
-  update_envelopes();
+  ENVUP();
   write_dyn1_line(choose_next_step(UB));
   return exceeded_limit(UB, dyn1.cards.UBMAX, dyn1.peak.displacement, dyn1.cards.DISMAX);
 }

@@ -6,7 +6,6 @@
 #include "run/layout.h"
 #include "run/run_block.h"
 #include "run/units.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/integration.h"
 
@@ -55,8 +54,8 @@ ConstantSteps read_macro() {
 /// The fatal end: the state stays as it is, for prints with the motion that belongs to it.
 void leave_unconverged(const ConstantSteps& job, StepOutcome outcome) {
   if (outcome == StepOutcome::unconverged) {
-    RCOPY(equation_vector(arrays.VEL).data(), equation_vector(arrays.VT).data(), NEQ1());
-    RCOPY(equation_vector(arrays.ACC).data(), equation_vector(arrays.AT).data(), NEQ1());
+    copy_vector(arrays.VEL, arrays.VT);
+    copy_vector(arrays.ACC, arrays.AT);
   }
   report_no_convergence(job);
   set_fatal_flag();

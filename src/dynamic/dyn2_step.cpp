@@ -4,8 +4,6 @@
 // that is not below the number of iterations, that is the state at the start of the step, whatever the iterates.
 #include "dynamic/dyn2.h"
 #include "elements/contract/pass.h"
-#include "results/reports.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/integration.h"
 #include "solve/solver.h"
@@ -13,8 +11,6 @@
 namespace tidearc {
 
 namespace {
-
-void copy_vector(int to, int from) { RCOPY(equation_vector(to).data(), equation_vector(from).data(), NEQ1()); }
 
 struct UpdateDecision {
   bool stiffness = false;  ///< KSTF
@@ -68,7 +64,8 @@ StepOutcome run_iterations(const ConstantSteps& job, bool& kept) {
   }
 }
 
-/// The state at the start of the step stands again; velocities and accelerations never left it.
+/// The state at the start of the step stands again. Velocities and accelerations of free equations never left it;
+/// those of prescribed equations stay as the right-hand side of the dropped step has set them.
 void drop_step(bool kept, double start_time) {
   tell_lost_trial();
   if (kept) recover_states();
@@ -81,12 +78,7 @@ void drop_step(bool kept, double start_time) {
 
 void clear_increment() {
   const TimedPhase timed("RZERO");
-  RZERO(equation_vector(arrays.DSTEP).data(), NEQ1());
-}
-
-void update_envelopes() {
-  const TimedPhase timed("ENVUP");
-  update_node_envelopes();
+  clear_vector(arrays.DSTEP);
 }
 
 }  // namespace
@@ -110,7 +102,7 @@ StepOutcome take_constant_step(const ConstantSteps& job) {
   const StepOutcome outcome = run_iterations(job, kept);
   if (outcome == StepOutcome::lost) drop_step(kept, start_time);
   if (outcome != StepOutcome::accepted) return outcome;
-  update_envelopes();
+  ENVUP();
   ENERGY();
   accept_step();
   return outcome;

@@ -4,7 +4,6 @@
 #include "dynamic/step.h"
 #include "elements/contract/pass.h"
 #include "model/masses.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/solve.h"
 
@@ -15,13 +14,13 @@ namespace {
 /// What stiffness-proportional damping of the elements adds: dynamic effective forces of the last state less its
 /// damping forces, in RU.
 void form_element_part() {
-  const Reals RU = equation_vector(arrays.RU);
   if (!dynamics.has_damping) {
-    RZERO(RU.data(), NEQ1());
+    clear_vector(arrays.RU);
     return;
   }
   const IntegrationBlock& c = integration;
   sum_dynamic_forces(c.A4, start_damping_coefficient(c), arrays.VEL, arrays.ACC, {arrays.RU, 0, arrays.DAMP});
+  const Reals RU = equation_vector(arrays.RU);
   const Reals DAMP = equation_vector(arrays.DAMP);
   for (int e = 1; e <= sizes.NEQ; ++e) RU(e) -= DAMP(e);
 }

@@ -16,7 +16,6 @@
 #include "model/control.h"
 #include "run/layout.h"
 #include "run/tapefile.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 
 namespace tidearc {

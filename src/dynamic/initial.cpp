@@ -11,7 +11,6 @@
 #include "run/run_block.h"
 #include "run/stops.h"
 #include "run/units.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 
 namespace tidearc {
@@ -33,7 +32,7 @@ InitialCard read_card() {
 }
 
 void clear_motion() {
-  for (const int vector : {arrays.VEL, arrays.ACC, arrays.DSTEP}) RZERO(equation_vector(vector).data(), NEQ1());
+  for (const int vector : {arrays.VEL, arrays.ACC, arrays.DSTEP}) clear_vector(vector);
 }
 
 /// Nodes of a card up to the first entry below 1.

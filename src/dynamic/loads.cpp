@@ -5,7 +5,6 @@
 #include "dynamic/parts.h"
 #include "dynamic/step.h"
 #include "model/patterns.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "static/segment.h"
 
@@ -18,7 +17,7 @@ double elapsed() { return response.TIME - dynamics.TSTART; }
 /// P of all patterns at their accumulated factors, at the displacements U, becomes the static part PS.
 void form_static_part() {
   LODLVL(ZERO);
-  RCOPY(equation_vector(arrays.PS).data(), equation_vector(arrays.P).data(), NEQ1());
+  copy_vector(arrays.PS, arrays.P);
 }
 
 }  // namespace
@@ -39,10 +38,9 @@ void form_first_load() {
 
 void form_applied_load() {
   if (dynamics.moving_loads) form_static_part();
-  const Reals P = equation_vector(arrays.P);
-  RCOPY(P.data(), equation_vector(arrays.PS).data(), NEQ1());
+  copy_vector(arrays.P, arrays.PS);
   // The wave load of TIME, at the same level, is added here when there is one.
-  if (has_record_loads()) add_record_loads(elapsed(), dynamics.level, P);
+  if (has_record_loads()) add_record_loads(elapsed(), dynamics.level, equation_vector(arrays.P));
 }
 
 void RDYNAM() {

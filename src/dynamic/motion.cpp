@@ -5,7 +5,6 @@
 #include "dynamic/step.h"
 #include "elements/contract/pass.h"
 #include "model/masses.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/solve.h"
 #include "solve/solver.h"
@@ -53,8 +52,6 @@ void set_massless_motion() {
   }
 }
 
-void copy_vector(int to, int from) { RCOPY(equation_vector(to).data(), equation_vector(from).data(), NEQ1()); }
-
 }  // namespace
 
 void form_damping_forces(int velocity) {
@@ -79,7 +76,6 @@ void FSTIF() {
 void DISSOL() {
   const TimedPhase timed("DISSOL");
   SOLVE(arrays.RU);
-  integration.NEWCON = 1;
 }
 
 void SDUP() {

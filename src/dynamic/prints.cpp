@@ -1,4 +1,4 @@
-// What both dynamic macros tell of a step on the report and on the load level history.
+// What both dynamic macros tell of a step on the report and on the load level history, and their envelopes.
 #include "dynamic/step.h"
 #include "elements/contract/pass.h"
 #include "model/control.h"
@@ -22,6 +22,11 @@ void PRINDY(bool with_nodes, bool with_elements) {
   write(units.NDOUT, "' RESPONSE UNDER DYNAMIC LOADS'");
   if (with_nodes) NODPRT();
   if (with_elements) print_elements();
+}
+
+void ENVUP() {
+  const TimedPhase timed("ENVUP");
+  update_node_envelopes();
 }
 
 void ENVOUT(bool wanted) {

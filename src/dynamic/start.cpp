@@ -9,7 +9,6 @@
 #include "elements/contract/state_log.h"
 #include "model/control.h"
 #include "results/reports.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/integration.h"
 #include "solve/solve.h"
@@ -19,9 +18,6 @@
 namespace tidearc {
 
 namespace {
-
-void copy_vector(int to, int from) { RCOPY(equation_vector(to).data(), equation_vector(from).data(), NEQ1()); }
-void clear_vector(int vector) { RZERO(equation_vector(vector).data(), NEQ1()); }
 
 /// Everything is formed anew in the first step, with the mass term; the macro begins at the time at hand.
 void begin_counts() {

@@ -16,7 +16,7 @@
 //   motion.cpp       velocities and accelerations; state determination; what makes a trial the accepted state
 //   unbalance.cpp    UNBALN; the way out of a state that is not finite
 //   energy.cpp       ENERGY; energy_files.cpp: the records of it by groups
-//   prints.cpp       what both tell of a step
+//   prints.cpp       what both tell of a step, and the envelopes (ENVUP)
 //   cards.cpp        what the control cards of both share; commands.cpp, initial.cpp: what drives a macro
 #pragma once
 
@@ -87,8 +87,7 @@ void RDYNAM();
 void EFFLOD();
 /// A current factor of the effective matrix (STIFUP).
 void FSTIF();
-/// RU becomes the displacement increment that belongs to it. From now on the assembled matrix counts as one that holds
-/// the mass term.
+/// RU becomes the displacement increment that belongs to it.
 void DISSOL();
 /// The current generation becomes the reference, U0 = U. No effect on a state that has been taken over already.
 void SDUP();
@@ -100,6 +99,8 @@ void RESPD1();
 void UNBALN();
 /// Energies of the step that is about to be accepted.
 void ENERGY();
+/// Node envelopes with the displacements at hand.
+void ENVUP();
 
 // Parts of them.
 

@@ -13,7 +13,6 @@
 #include "model/node_values.h"
 #include "run/layout.h"
 #include "run/units.h"
-#include "run/vectors.h"
 #include "run/workpool.h"
 #include "solve/arrays.h"
 
@@ -73,7 +72,7 @@ CutForces modal_cut_forces(ConstReals shape, double eigenvalue, double elevation
   const std::size_t y = (z + 2) % 3;
   const double up = axis > 0 ? -1.0 : 1.0;
   const Reals seen = equation_vector(arrays.WORK);
-  RZERO(seen.data(), NEQ1());
+  clear_vector(arrays.WORK);
   CutForces sum;
   for (int node = 1; node <= sizes.NUMNP; ++node) {
     const NodeValues force = inertia_forces(node, shape, eigenvalue, seen);

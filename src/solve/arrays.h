@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "model/control.h"
+#include "run/vectors.h"
 #include "run/views.h"
 #include "run/workpool.h"
 
@@ -63,6 +64,10 @@ static_assert(std::is_trivially_copyable_v<ArrayBlock>);
 void carve_analysis_arrays();
 
 inline Reals equation_vector(int index) { return pool.reals(index, NEQ1()); }
+
+/// All NEQ1 entries of the vectors at these pool indices, the sink included.
+inline void copy_vector(int to, int from) { RCOPY(equation_vector(to).data(), equation_vector(from).data(), NEQ1()); }
+inline void clear_vector(int index) { RZERO(equation_vector(index).data(), NEQ1()); }
 
 /// The run's time and load level, as prints and save files tell them.
 struct ResponseBlock {

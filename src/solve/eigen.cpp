@@ -11,12 +11,18 @@ namespace tidearc {
 
 namespace {
 
-/// Divides by the entry of largest magnitude; false when all are zero.
-bool scale_to_unit(Reals vector) {
+/// The entry of largest magnitude with its sign, the first of equal ones.
+double largest_entry(ConstReals vector) {
   double largest = 0.0;
   for (const double value : vector) {
     if (std::abs(value) > std::abs(largest)) largest = value;
   }
+  return largest;
+}
+
+/// Divides by the entry of largest magnitude; false when all are zero.
+bool scale_to_unit(Reals vector) {
+  const double largest = largest_entry(vector);
   if (largest == 0.0) return false;
   for (double& value : vector) value /= largest;
   return true;
@@ -224,9 +230,7 @@ void rotate(ConstRealTable X, ConstRealTable Z, RealTable rotated) {
 }
 
 void mass_weighted(ConstRealTable X, ConstReals M, RealTable Y) {
-  for (int j = 1; j <= X.columns(); ++j) {
-    for (int e = 1; e <= X.rows(); ++e) Y(e, j) = M(e) * X(e, j);
-  }
+  for (int j = 1; j <= X.columns(); ++j) weigh(X.column(j), M, Y.column(j));
 }
 
 void relative_changes(ConstReals now, ConstReals last, Reals residuals) {
@@ -244,11 +248,7 @@ bool all_within(ConstReals residuals, int count, double tolerance) {
 }
 
 void make_largest_positive(Reals vector) {
-  double largest = 0.0;
-  for (const double value : vector) {
-    if (std::abs(value) > std::abs(largest)) largest = value;
-  }
-  if (largest >= 0.0) return;
+  if (largest_entry(vector) >= 0.0) return;
   for (double& value : vector) value = value == 0.0 ? 0.0 : -value;
 }
 

@@ -5,7 +5,6 @@
 #include "elements/contract/pass.h"
 #include "run/layout.h"
 #include "run/units.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/bfgs.h"
 #include "solve/solve.h"
@@ -108,7 +107,7 @@ void solve_for(int vector, bool with_pairs, UpdateSlot slot) {
 /// du for the unbalance at hand, in the vector BFGS2 (the unbalance itself stays), and da in RA.
 void solve_increments() {
   const bool with_pairs = update_vectors_are_due();
-  RCOPY(equation_vector(arrays.BFGS2).data(), equation_vector(arrays.RU).data(), NEQ1());
+  copy_vector(arrays.BFGS2, arrays.RU);
   solve_for(arrays.BFGS2, with_pairs, UpdateSlot::unbalance);
   if (finds_load(step.NI)) solve_for(arrays.RA, with_pairs, UpdateSlot::reference);
 }

@@ -16,8 +16,6 @@ namespace {
 /// The scratch row of pattern p, into which its record is read.
 Reals pattern_row(int p) { return pool.reals(arrays.PATTERN + ITWO * NEQ1() * (p - 1), NEQ1()); }
 
-void clear(Reals vector) { RZERO(vector.data(), vector.size()); }
-
 std::size_t place_of(int p) { return static_cast<std::size_t>(p - 1); }
 
 }  // namespace
@@ -25,7 +23,7 @@ std::size_t place_of(int p) { return static_cast<std::size_t>(p - 1); }
 void LODSEG() {
   const Reals increment = equation_vector(arrays.RINC);
   const ConstReals U = equation_vector(arrays.U);
-  clear(increment);
+  clear_vector(arrays.RINC);
   statics.moving_loads = false;
   FILE(units.NT10, "REWI");
   for (int p = 1; p <= static_loads.NMADE; ++p) {
@@ -37,10 +35,10 @@ void LODSEG() {
 void LODLVL(double level) {
   const Reals load = equation_vector(arrays.P);
   const ConstReals U = equation_vector(arrays.U);
-  clear(load);
+  clear_vector(arrays.P);
   if (patterns.have_temperatures) {
-    clear(pool.reals(patterns.KTEMP, sizes.NUMNP));
-    clear(pool.reals(patterns.KPRES, sizes.NUMNP));
+    for (const int values : {patterns.KTEMP, patterns.KPRES})
+      RZERO(pool.reals(values, sizes.NUMNP).data(), sizes.NUMNP);
   }
   FILE(units.NT10, "REWI");
   for (int p = 1; p <= static_loads.NMADE; ++p) {

@@ -9,7 +9,6 @@
 #include "run/stops.h"
 #include "run/tapefile.h"
 #include "run/units.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/bfgs.h"
 #include "solve/solve.h"
@@ -27,24 +26,22 @@ bool keeps_step_start() { return segment.KTERM == 0 || segment.KISTA < segment.M
 
 /// Goes back to the state at the step start. The unbalance is that of the recovered state.
 void recover_step_start() {
-  const Reals U = equation_vector(arrays.U);
-  const Reals U0 = equation_vector(arrays.U0);
   if (keeps_step_start()) {
     FILE(units.NT15, "REWI");
     recover_states();
-    FILE(units.NT15, "READ", 2 * NEQ1(), U.data());
+    FILE(units.NT15, "READ", 2 * NEQ1(), equation_vector(arrays.U).data());
     FILE(units.NT15, "READ", 2 * NEQ1(), equation_vector(arrays.DDIS).data());
     FILE(units.NT15, "READ", ITWO, &response.LEVEL);
     FILE(units.NT15, "READ", 2 * NEQ1(), equation_vector(arrays.R).data());
   } else {  // the reference generation still is the step start
-    RCOPY(U.data(), U0.data(), NEQ1());
-    RZERO(equation_vector(arrays.DDIS).data(), NEQ1());
+    copy_vector(arrays.U, arrays.U0);
+    clear_vector(arrays.DDIS);
     response.LEVEL = step.LEVEL0;
     LODLVL(response.LEVEL);  // node pressures of that level, which reported forces contain
     determine_states();
   }
-  RCOPY(U0.data(), U.data(), NEQ1());
-  RZERO(equation_vector(arrays.DDIS).data(), NEQ1());
+  copy_vector(arrays.U0, arrays.U);
+  clear_vector(arrays.DDIS);
   step.LEVEL0 = response.LEVEL;
   step.DLACC = ZERO;
   step.NEVT = 0;

@@ -4,7 +4,6 @@
 
 #include "model/control.h"
 #include "run/stops.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/norm.h"
 #include "static/scale.h"
@@ -23,8 +22,7 @@ void begin_segment() {
   segment = SegmentBlock{};
   segment.NSEG = NSEG;
   segment.ISEG = ISEG;
-  const Reals increment = equation_vector(arrays.RINC);
-  RZERO(increment.data(), increment.size());
+  clear_vector(arrays.RINC);
   write(units.NDOUT, "/,/,1X,25('*'),/,5X,'LOAD SEGMENT NO.',I5,/,1X,25('*')", segment.ISEG);
 }
 

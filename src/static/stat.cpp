@@ -7,7 +7,6 @@
 #include "run/report_lines.h"
 #include "run/run_block.h"
 #include "run/units.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/bfgs.h"
 #include "solve/solver.h"
@@ -24,7 +23,7 @@ namespace {
 void start_analysis() {
   response.TIME = ZERO;
   response.RNORM = ZERO;
-  for (const int motion : {arrays.VEL, arrays.ACC}) RZERO(equation_vector(motion).data(), NEQ1());
+  for (const int motion : {arrays.VEL, arrays.ACC}) clear_vector(motion);
   solver.KFORM = 1;
   solver.KRESET = 1;
   solver.NELCHK = 1;  // the assembly takes all elements while KRESET is set

@@ -2,7 +2,6 @@
 #include "elements/contract/pass.h"
 #include "run/layout.h"
 #include "run/units.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/prediction.h"
 #include "solve/solve.h"
@@ -65,8 +64,8 @@ Outcome run_iterations() {
 void update_state() {
   if (!step.taken_over) take_over_states();
   step.taken_over = true;
-  RCOPY(equation_vector(arrays.U0).data(), equation_vector(arrays.U).data(), NEQ1());
-  RZERO(equation_vector(arrays.DDIS).data(), NEQ1());
+  copy_vector(arrays.U0, arrays.U);
+  clear_vector(arrays.DDIS);
   step.LEVEL0 = response.LEVEL;
   step.DLACC = ZERO;
 }
@@ -88,7 +87,7 @@ Outcome take_step() {
   Outcome outcome;
   do {
     save_step_start();
-    RZERO(equation_vector(arrays.DSTEP).data(), NEQ1());
+    clear_vector(arrays.DSTEP);
     if (statics.moving_loads && step.NS > 1) LODSEG();
     outcome = run_iterations();
   } while (outcome == Outcome::restep);

@@ -10,7 +10,6 @@
 #include "results/reports.h"
 #include "run/layout.h"
 #include "run/units.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/bfgs.h"
 #include "solve/line_search.h"
@@ -25,8 +24,7 @@ namespace tidearc {
 namespace {
 
 constexpr int print_each_iteration = 3;
-constexpr int every_event = 1;               ///< KEVENT: no limit
-constexpr int most_events_of_a_step = 1000;  ///< a step whose events do not end goes on without them
+constexpr int every_event = 1;  ///< KEVENT: no limit
 
 Reals equations(int vector) { return pool.reals(vector, sizes.NEQ); }
 
@@ -118,7 +116,7 @@ void determine_trial(double length) {
 }
 
 bool begin_search(const Trial& trial) {
-  if (segment.KBFGS == 1) RCOPY(equation_vector(arrays.BFGS1).data(), equation_vector(arrays.R).data(), NEQ1());
+  if (segment.KBFGS == 1) copy_vector(arrays.BFGS1, arrays.R);
   if (trial.had_event) return false;
   if (step.NI == 1) return segment.USCALE != ZERO;
   if (segment.NLS == 1) return false;

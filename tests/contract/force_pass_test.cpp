@@ -101,7 +101,7 @@ TEST_P(ResistingForces, AreThoseOfTheStatesAtHandWhateverTheDisplacementsSay) {
   calls.clear();
   line.displace(1, 1, 9.0);
   put(arrays.WORK, 1, 77.0);
-  sum_resisting_forces(arrays.WORK);
+  sum_dynamic_forces(0.0, 0.0, 0, 0, {.resisting = arrays.WORK});
   // Spring 1: 100 (0.5 - 0.25), spring 4: 50 * 0.5; node 2: -25 + 200 * 0.25, and 0.25 of the block.
   EXPECT_DOUBLE_EQ(equation_vector(arrays.WORK)(1), 50.0);
   EXPECT_DOUBLE_EQ(equation_vector(arrays.WORK)(4), 25.25);

@@ -20,7 +20,6 @@
 #include "model/nodes.h"
 #include "run/tapefile.h"
 #include "run/units.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/solver.h"
 
@@ -302,10 +301,10 @@ class Sequence {
     put_U0();
   }
   void read_only() {
-    RZERO(equation_vector(arrays.BFGS1).data(), equations);
+    clear_vector(arrays.BFGS1);
     equation_vector(arrays.BFGS1)(1) = 1.0;
     note(first_event(arrays.BFGS1).EFAC);
-    sum_resisting_forces(arrays.WORK);
+    sum_dynamic_forces(0.0, 0.0, 0, 0, {.resisting = arrays.WORK});
     for (int e = 1; e <= equations; ++e) note(equation_vector(arrays.WORK)(e));
     print_elements();
   }

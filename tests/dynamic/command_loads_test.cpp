@@ -33,6 +33,17 @@ TEST(RecordForces, TwoOnOneComponentBothAct) {
   EXPECT_EQ(model.loads(1.0)(equation_of(2, 2)), 4.0 + 4.0 - 10.0);
 }
 
+// At 0: 2 on both nodes; the same record from its time 1 on, 4; another record at that time, 10; the same with scale 2.
+TEST(RecordForces, OfCommandsInARowHaveTheirOwnRecordTimeAndScale) {
+  CommandModel model(2, {{}, {{2.0, 4.0}, {10.0, 10.0}}, {}},
+                     command(1, 2, "0.0", "1.0", {1, 2}) + command(1, 2, "1.0", "1.0", {1}) +
+                         command(2, 2, "1.0", "1.0", {1}) + command(2, 2, "1.0", "2.0", {2}));
+  model.ready();
+  DYNCMD(0, 4, 0);
+  EXPECT_EQ(model.loads(0.0)(equation_of(1, 2)), 2.0 + 4.0 + 10.0);
+  EXPECT_EQ(model.loads(0.0)(equation_of(2, 2)), 2.0 + 20.0);
+}
+
 TEST(RecordForces, ScaleOfZeroActsNowhere) {
   CommandModel model(2, {{}, {{2.0, 4.0}}, {}}, command(1, 2, "0.0", "", {2}));
   model.ready();
@@ -144,6 +155,17 @@ TEST(ImposedDisplacements, OfOneEquationAdd) {
   EXPECT_EQ(model.imposed(1.0)(equation_of(2, 2)), 12.0);
   EXPECT_EQ(model.imposed(1.0)(equation_of(1, 2)), 0.0);
   EXPECT_EQ(commands.displacements.count, 3) << "a scale of 0 still holds its equation";
+}
+
+// Ways in one second: 2 from 0 on, 1 from 0.5 on (the last value is held), 2 of the other record, twice that.
+TEST(ImposedDisplacements, OfCommandsInARowHaveTheirOwnRecordTimeAndScale) {
+  CommandModel model(2, {{}, {}, {{1, 3}, {5, 9}}},
+                     command(1, 2, "0.0", "1.0", {1, 2}) + command(1, 2, "0.5", "1.0", {1}) +
+                         command(2, 2, "0.5", "1.0", {1}) + command(2, 2, "0.5", "2.0", {2}));
+  model.ready();
+  DYNCMD(0, 0, 4);
+  EXPECT_EQ(model.imposed(1.0)(equation_of(1, 2)), 2.0 + 1.0 + 2.0);
+  EXPECT_EQ(model.imposed(1.0)(equation_of(2, 2)), 2.0 + 4.0);
 }
 
 TEST(ImposedDisplacements, OnConstrainedComponentsAreIgnored) {

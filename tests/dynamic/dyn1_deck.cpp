@@ -185,6 +185,13 @@ std::string Dyn1Deck::text() const {
   return t + macros_ + "NONE\n STOP\n";
 }
 
+Dyn1Deck bilinear_oscillator() {
+  Dyn1Deck deck;
+  deck.bar(100.0, 1.0, 0.1, 1.0);
+  deck.force_record({{0.0, 1.5}, {100.0, 1.5}});
+  return deck;
+}
+
 MacroRun run_macros(const std::string& deck) {
   Scratch scratch(deck);
   MacroRun result;

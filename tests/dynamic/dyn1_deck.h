@@ -58,6 +58,10 @@ class Dyn1Deck {
       prescribed_count_ = 0;
 };
 
+/// A bar that yields at an extension of 0.01 (EA/L 100, hardening 0.1, yield force 1) with a mass of 1, and a record of
+/// a constant force of 1.5.
+Dyn1Deck bilinear_oscillator();
+
 /// What stands behind a macro.
 struct Snapshot {
   double TIME = 0.0, DT = 0.0, UB = 0.0, ERR = 0.0, level = 0.0, EFAC = 0.0;

@@ -76,9 +76,7 @@ TEST(Dyn1End, OfBlankLimitsIsTheFirstStep) {
 }
 
 TEST(Dyn1End, AtALimitOfTheUnbalance) {
-  Dyn1Deck deck;
-  deck.bar(100.0, 1.0, 0.1, 1.0);
-  deck.force_record({{0.0, 1.5}, {100.0, 1.5}});
+  Dyn1Deck deck = bilinear_oscillator();
   Dyn1CardValues cards;
   cards.KSOL = 3;
   cards.NSMAX = 9;
@@ -140,9 +138,7 @@ TEST(Dyn1End, WhereNoSmallerStepIsAllowed) {
 
 // The second step is dropped behind a substep up to the yielding of the bar, which leaves an unbalance of its own.
 TEST(Dyn1End, WhereNoSmallerStepIsAllowedLeavesTheNormsOfTheAcceptedState) {
-  Dyn1Deck deck;
-  deck.bar(100.0, 1.0, 0.1, 1.0);
-  deck.force_record({{0.0, 1.5}, {100.0, 1.5}});
+  Dyn1Deck deck = bilinear_oscillator();
   Dyn1CardValues cards;
   cards.KSOL = 1;
   cards.NSUBMX = 1;
@@ -215,11 +211,9 @@ TEST(Dyn1End, OfAStepThatIsNotFiniteDropsIt) {
 // all of it, 2.4E308, is not.
 TEST(Dyn1End, OfAStepThatIsNotFiniteBehindAnEventDropsItToo) {
   for (const std::string storage : {" CORE SYMM", " DISK SYMM"}) {
-    Dyn1Deck deck;
-    deck.bar(100.0, 1.0, 0.1, 1.0);
+    Dyn1Deck deck = bilinear_oscillator();
     deck.bar(1.0E-305, 0.5);
     deck.storage = storage;
-    deck.force_record({{0.0, 1.5}, {100.0, 1.5}});
     deck.force_record({{0.0, 0.0}, {0.15, 0.0}, {0.2, 1.2E308}, {9.0, 1.2E308}});
     Dyn1CardValues cards;
     cards.EVMAX = 1.0E307;

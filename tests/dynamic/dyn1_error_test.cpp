@@ -119,9 +119,7 @@ TEST(Dyn1Midstep, ErrorBehindAnEventIsThatOfTheWholeIncrement) {
   cards.NSMAX = 1;
   cards.NFORCE = 1;
   cards.commands = command_card(2, 1);
-  Dyn1Deck deck;
-  deck.bar(100.0, 1.0, 0.1, 1.0);
-  deck.force_record({{0.0, 1.5}, {100.0, 1.5}});
+  Dyn1Deck deck = bilinear_oscillator();
   deck.macro(dyn1_text(cards) + dyn1_text(cards));
   const MacroRun run = run_macros(deck.text());
   ASSERT_EQ(run.lines.size(), 3U);
@@ -172,9 +170,7 @@ TEST(Dyn1Midstep, ErrorCountsAStepWithEventsOnce) {
   cards.DTMAX = 1.0;
   cards.NFORCE = 1;
   cards.commands = command_card(2, 1);
-  Dyn1Deck deck;
-  deck.bar(100.0, 1.0, 0.1, 1.0);
-  deck.force_record({{0.0, 1.5}, {100.0, 1.5}});
+  Dyn1Deck deck = bilinear_oscillator();
   deck.macro(dyn1_text(cards) + dyn1_text(cards));
   const MacroRun run = run_macros(deck.text());
   std::vector<int> types;
@@ -186,9 +182,7 @@ TEST(Dyn1Midstep, ErrorCountsAStepWithEventsOnce) {
 // A bilinear oscillator (EA/L 100, hardening 0.1, yield force 1, mass 1, force 1.5) without scan for events: what is
 // left out of balance goes into the acceleration, or not.
 MacroRun without_events(int count, int KACC) {
-  Dyn1Deck deck;
-  deck.bar(100.0, 1.0, 0.1, 1.0);
-  deck.force_record({{0.0, 1.5}, {100.0, 1.5}});
+  Dyn1Deck deck = bilinear_oscillator();
   Dyn1CardValues cards;
   cards.KSOL = 3;
   cards.KACC = KACC;
@@ -304,9 +298,7 @@ TEST(Dyn1Norms, HaveMomentsWhenTheyAreAskedFor) {
 }
 
 TEST(Dyn1Unbalance, AboveItsUpperToleranceShortensTheNextStepAlone) {
-  Dyn1Deck deck;
-  deck.bar(100.0, 1.0, 0.1, 1.0);
-  deck.force_record({{0.0, 1.5}, {100.0, 1.5}});
+  Dyn1Deck deck = bilinear_oscillator();
   Dyn1CardValues cards;
   cards.KSOL = 3;
   cards.NSMAX = 3;
@@ -335,9 +327,7 @@ TEST(Dyn1Unbalance, BelowItsLowerToleranceLengthensTheNextStepOnceMore) {
 }
 
 TEST(Dyn1Unbalance, DoesNotTouchConstantSteps) {
-  Dyn1Deck deck;
-  deck.bar(100.0, 1.0, 0.1, 1.0);
-  deck.force_record({{0.0, 1.5}, {100.0, 1.5}});
+  Dyn1Deck deck = bilinear_oscillator();
   Dyn1CardValues cards;
   cards.NSMAX = 4;
   cards.NFORCE = 1;

@@ -10,14 +10,6 @@
 namespace tidearc::test {
 namespace {
 
-/// A bar that yields at an extension of 0.01, under a force of 1.5.
-Dyn1Deck bilinear_oscillator() {
-  Dyn1Deck deck;
-  deck.bar(100.0, 1.0, 0.1, 1.0);
-  deck.force_record({{0.0, 1.5}, {100.0, 1.5}});
-  return deck;
-}
-
 Dyn1CardValues steps(int count) {
   Dyn1CardValues cards;
   cards.NSMAX = count;

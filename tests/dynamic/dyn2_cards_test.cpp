@@ -10,19 +10,13 @@
 namespace tidearc::test {
 namespace {
 
-RowDeck bar() {
-  RowDeck deck;
-  deck.springs = {400};
-  deck.masses = {4};
-  return deck;
-}
 Dyn2Cards still() {
   Dyn2Cards cards;
   cards.DT = 0.02;
   return cards;
 }
 RunResult run(const Dyn2Cards& cards, const std::string& command = "STAR") {
-  RowDeck deck = bar();
+  RowDeck deck = one_mass(400, 4);
   deck.dyn2(cards);
   return run_deck(deck.text(command));
 }
@@ -210,7 +204,7 @@ TEST(Dyn2Ends, ANegativeBetaIsABadCard) {
 }
 
 TEST(Dyn2Ends, BehindABadCardAllCommandsAreReadSoThatTheNextMacroIsMet) {
-  RowDeck deck = bar();
+  RowDeck deck = one_mass(400, 4);
   deck.NDFRC = 1;
   deck.forces = table_record({{0.0, 1.0}, {9.0, 1.0}}, true);
   Dyn2Cards cards;  // no step size
@@ -285,7 +279,7 @@ TEST(Dyn2Ends, AStepThatDoesNotConvergeIsAcceptedWithTerminationCodeZero) {
 }
 
 TEST(Dyn2Ends, AFailedMacroKeepsTheNextOnesFromRunning) {
-  RowDeck deck = bar();
+  RowDeck deck = one_mass(400, 4);
   Dyn2Cards cards = still();
   cards.KTERM = 1;
   cards.TOL = -1.0;

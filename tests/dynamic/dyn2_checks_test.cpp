@@ -25,12 +25,6 @@ DynamicResult run_row(RowDeck deck, Dyn2Cards cards) {
   return result;
 }
 
-RowDeck one_mass(double spring, double mass) {
-  RowDeck deck;
-  deck.springs = {spring};
-  deck.masses = {mass};
-  return deck;
-}
 Dyn2Cards thrown(double DT, double ALPHA, int NSTEP) {
   Dyn2Cards cards;
   cards.DT = DT;

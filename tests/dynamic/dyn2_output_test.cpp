@@ -14,13 +14,7 @@
 namespace tidearc::test {
 namespace {
 
-/// A mass of 4 on a spring of 400, thrown with velocity 1: u_n = sin(n theta) / 10 with theta = 2 atan(0.1).
-RowDeck bar() {
-  RowDeck deck;
-  deck.springs = {400};
-  deck.masses = {4};
-  return deck;
-}
+/// Of a mass of 4 on a spring of 400, thrown with velocity 1: u_n = sin(n theta) / 10 with theta = 2 atan(0.1).
 Dyn2Cards thrown(int NSTEP) {
   Dyn2Cards cards;
   cards.DT = 0.02;
@@ -29,7 +23,7 @@ Dyn2Cards thrown(int NSTEP) {
   cards.commands = initial_card(2, 1.0);
   return cards;
 }
-RunResult run(const Dyn2Cards& cards, RowDeck deck = bar()) {
+RunResult run(const Dyn2Cards& cards, RowDeck deck = one_mass(400, 4)) {
   deck.dyn2(cards);
   return run_deck(deck.text());
 }
@@ -68,7 +62,7 @@ TEST(Dyn2Table, HasItsLegendAndHeads) {
 }
 
 TEST(Dyn2Table, ARowHasTheStepItsNormsAndItsEnergies) {
-  RowDeck deck = bar();
+  RowDeck deck = one_mass(400, 4);
   deck.NDFRC = 1;
   deck.forces = table_record({{0.0, 2.0}, {9.0, 2.0}}, true);
   Dyn2Cards cards = thrown(1);
@@ -139,7 +133,7 @@ TEST(Dyn2Report, EnvelopesHaveTheTimesOfTheExtremes) {
 TEST(Dyn2Envelopes, StartAtZeroInEachMacroOrAtTheStateAtHand) {
   const double theta = 2.0 * std::atan(0.1);
   for (const int KENV : {0, 1}) {
-    RowDeck deck = bar();
+    RowDeck deck = one_mass(400, 4);
     deck.dyn2(thrown(6));
     Dyn2Cards cards = thrown(1);
     cards.NINIT = 0;
@@ -181,7 +175,7 @@ TEST(Dyn2Saves, EveryOneThatFallsDueHasALineOnTheLoadLevelHistory) {
 }
 
 TEST(Dyn2Saves, DoNotChangeTheResponse) {
-  RowDeck with = bar(), without = bar();
+  RowDeck with = one_mass(400, 4), without = one_mass(400, 4);
   Dyn2Cards cards = thrown(20);
   without.dyn2(cards);
   cards.KPOST = cards.KRST = 1;
@@ -227,7 +221,7 @@ std::vector<double> reals(const std::string& bytes, std::size_t record, std::siz
 }
 
 TEST(Dyn2EnergyFiles, HoldForcesAndEnergiesOfGroupsAndALinePerStep) {
-  RowDeck deck = bar();
+  RowDeck deck = one_mass(400, 4);
   deck.IENRGY = 1;
   deck.BETAO = 0.01;
   Dyn2Cards cards = thrown(3);
@@ -257,7 +251,7 @@ TEST(Dyn2EnergyFiles, HoldForcesAndEnergiesOfGroupsAndALinePerStep) {
 }
 
 TEST(Dyn2EnergyFiles, AreThereOnlyWhenTheyAreAskedForAndChangeNothing) {
-  RowDeck with = bar(), without = bar();
+  RowDeck with = one_mass(400, 4), without = one_mass(400, 4);
   with.BETAO = without.BETAO = 0.01;
   with.IENRGY = 1;
   with.dyn2(thrown(5));

@@ -82,4 +82,11 @@ std::string RowDeck::problem(const std::string& command) const {
   return t + fives({-1, 0, 0}) + "\n" + macros + "NONE\n";
 }
 
+RowDeck one_mass(double spring, double mass) {
+  RowDeck deck;
+  deck.springs = {spring};
+  deck.masses = {mass};
+  return deck;
+}
+
 }  // namespace tidearc::test

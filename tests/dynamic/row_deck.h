@@ -50,5 +50,7 @@ struct RowDeck {
   std::string problem(const std::string& command = "STAR") const;  ///< up to the NONE card
   std::string text(const std::string& command = "STAR") const { return problem(command) + " STOP\n"; }
 };
+/// A mass on one spring: EA/L and mass.
+RowDeck one_mass(double spring, double mass);
 
 }  // namespace tidearc::test

@@ -17,7 +17,6 @@
 #include "elements/contract/pass.h"
 #include "model/control.h"
 #include "row_deck.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 #include "solve/integration.h"
 #include "solve/solve.h"
@@ -118,9 +117,9 @@ void put_state(const State& z, double DT) {
   determine_states();
   dynamics.taken_over = false;
   SDUP();
-  RCOPY(equation_vector(arrays.UN).data(), U.data(), NEQ1());
-  RCOPY(equation_vector(arrays.UTS).data(), U.data(), NEQ1());
-  RCOPY(equation_vector(arrays.RN).data(), equation_vector(arrays.R).data(), NEQ1());
+  copy_vector(arrays.UN, arrays.U);
+  copy_vector(arrays.UTS, arrays.U);
+  copy_vector(arrays.RN, arrays.R);
 }
 
 State get_state(double DT) {
@@ -265,7 +264,7 @@ TEST(EffectiveLoad, IsTheUnbalanceAtIncrementZero) {
     EFFLOD();
     const Reals RU = equation_vector(arrays.RU);
     const std::vector<double> effective(RU.begin(), RU.end());
-    RZERO(equation_vector(arrays.DSTEP).data(), NEQ1());
+    clear_vector(arrays.DSTEP);
     RESPD1();
     UNBALN();
     for (int e = 1; e <= sizes.NEQ; ++e) {

@@ -15,8 +15,8 @@
 #include "run/stops.h"
 #include "run/tapefile.h"
 #include "run/units.h"
-#include "run/vectors.h"
 #include "run/workpool.h"
+#include "solve/arrays.h"
 #include "solve/profile.h"
 
 namespace tidearc {
@@ -27,8 +27,6 @@ constexpr int unit_member_text = 73;    // BCDATA.TAP
 constexpr int unit_member_table = 74;   // TAModel.bcd1
 constexpr int unit_soil_capacity = 75;  // TrulCapacity
 constexpr int slip_type = 22;           // its reports show the title without its first word
-
-void clear_vector(int index) { RZERO(pool.reals(index, NEQ1()).data(), NEQ1()); }
 
 /// Column heights, masses and weights of elements start without any element.
 void clear_element_sums() {

@@ -8,6 +8,9 @@ namespace tidearc {
 /// Type of an event that no element makes: the increment is larger than its limit.
 inline constexpr int event_of_limit = 6;
 
+/// A step whose events do not end: what is left of it is taken without a scan.
+inline constexpr int most_events_of_a_step = 1000;
+
 /// Result of the last scan; reset at its start.
 struct EventBlock {
   double EFAC = 1.0;  ///< part of the increment that is taken, 1.0: no event                     [-]

@@ -1,5 +1,4 @@
-// Passes that want forces only, of the states at hand: resisting forces, the dynamic forces of the integrators, the
-// forces of each group.
+// Passes that want forces only, of the states at hand: the forces of the integrators and those of each group.
 #include <algorithm>
 #include <cmath>
 
@@ -40,17 +39,6 @@ ElementPlace first_bad_element() {
     if (!forces_are_finite()) place = {element.IGRP, record_words()[0]};
   });
   return place;
-}
-
-void sum_resisting_forces(int resisting) {
-  const Gathering nodal = gathering();
-  double* R = cleared(resisting);
-  stand_still();
-  for_each_element(Pass::reading, [&](const ElementType& type, const Word* record, int) {
-    load_record(record);
-    type.operations.resist();
-    add_to(nodal, element.ERES, R);
-  });
 }
 
 void sum_dynamic_forces(double c1, double c2, int VEL, int ACC, const DynamicForces& into) {

@@ -64,9 +64,6 @@ struct ElementPlace {
 /// First element whose resisting forces, of the state at hand, are not finite.
 ElementPlace first_bad_element();
 
-/// Resisting forces of the states at hand, which stay as they are, summed into pool vector `resisting` (NEQ1).
-void sum_resisting_forces(int resisting);
-
 /// Pool vectors (NEQ1) of the dynamic force pass; 0: not asked for.
 struct DynamicForces {
   int effective = 0;  ///< dynamic effective forces (EDYNF)                                 [force]

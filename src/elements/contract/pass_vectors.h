@@ -7,7 +7,6 @@
 #include "elements/contract/gather.h"
 #include "elements/contract/group.h"
 #include "elements/contract/work.h"
-#include "run/vectors.h"
 #include "solve/arrays.h"
 
 namespace tidearc {
@@ -20,9 +19,8 @@ inline const double* given(int index) { return index < 1 ? nullptr : equation_ve
 /// A vector that a pass sums into, from zero; null when it is not asked for.
 inline double* cleared(int index) {
   if (index < 1) return nullptr;
-  double* vector = equation_vector(index).data();
-  RZERO(vector, NEQ1());
-  return vector;
+  clear_vector(index);
+  return equation_vector(index).data();
 }
 
 /// The current element's part of a vector; zero when that is not given.
