@@ -7,6 +7,7 @@
 
 #include "dynamic/commands.h"
 #include "dynamic/dynamic.h"
+#include "dynamic/sea_loads.h"
 #include "dynamic/step.h"
 #include "run/layout.h"
 #include "run/run_block.h"
@@ -43,6 +44,7 @@ void start_macro() {
   dynamics.NTOP = dyn1.cards.NTOP;
   dynamics.APPLIED = ZERO;
   begin_level();
+  begin_wave_loads(false);
   start_dynamics(dyn1.cards.KENVELOPE == 1);
   dyn1.last_line = LineType::none;
   dyn1.DTC = integration.DT;

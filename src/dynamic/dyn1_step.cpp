@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "dynamic/dyn1.h"
+#include "dynamic/sea_loads.h"
 #include "dynamic/step.h"
 #include "elements/contract/event_scan.h"
 #include "elements/contract/pass.h"
@@ -61,6 +62,7 @@ void drop_step() {
   // Of a constant step only the reference generation is that of its start.
   if (!chooses_steps(dyn1.cards.KSOL)) determine_states();
   response.TIME = dyn1.start_time;
+  return_wave_loads();
   dynamics.ULTLVL = dynamics.level = dyn1.start_level;
   response.RNORM = dyn1.start_unbalance;
   dynamics.APPLIED = dyn1.start_applied;

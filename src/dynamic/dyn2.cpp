@@ -3,9 +3,13 @@
 
 #include "dynamic/commands.h"
 #include "dynamic/dynamic.h"
+#include "dynamic/sea_loads.h"
 #include "run/layout.h"
 #include "run/run_block.h"
+#include "run/stops.h"
 #include "run/units.h"
+#include "sea/members/member.h"
+#include "sea/wavein.h"
 #include "solve/arrays.h"
 #include "solve/integration.h"
 
@@ -42,9 +46,16 @@ void write_end(MacroEnd end) {
   }
 }
 
+/// An irregular sea that is defined anew for each macro brings its cards behind those of the step.
+void read_next_time_block() {
+  if (dynamics.NDYN2 == 1 || !has_components() || wave.time_block != 1) return;
+  if (!IRRSEA(wave.period_code, wave.period_tolerance, response.TIME)) CLOSUP();
+}
+
 /// All cards of the macro, whatever is wrong with some of them, so that the next macro card is met.
 ConstantSteps read_macro() {
   const ConstantSteps job = read_constant_steps();
+  read_next_time_block();
   if (executing()) INTCON(Constants::computed);
   read_initial_conditions(job.NINIT);
   DYNCMD(job.KGRND, job.NFORCE, job.NIMPOS);
@@ -62,7 +73,9 @@ void leave_unconverged(const ConstantSteps& job, StepOutcome outcome) {
 }
 
 MacroEnd run_steps(const ConstantSteps& job) {
-  dynamics.level = ONE;  // records act in full
+  dynamics.level = ONE;  // waves and records act in full
+  begin_wave_loads(job.KRISAV == 1);
+  if (job.KRISAV == 1) open_load_files(job.NSTEP, integration.DT);
   start_dynamics(job.KENV == 1);
   write_dyn2_legend(job);
   for (dynamics.NS = 1; dynamics.NS <= job.NSTEP; ++dynamics.NS) {

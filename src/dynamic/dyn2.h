@@ -33,7 +33,7 @@ struct ConstantSteps {
 // dyn2_cards.cpp
 
 /// Reads, defaults and echoes the three control cards. A value that cannot be worked with sets the fatal flag; output
-/// of wave loads, which are not there, ends the run.
+/// of wave loads in a problem without waves ends the run.
 ConstantSteps read_constant_steps();
 
 // dyn2_step.cpp

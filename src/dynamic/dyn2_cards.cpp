@@ -4,6 +4,7 @@
 
 #include "dynamic/cards.h"
 #include "dynamic/dyn2.h"
+#include "dynamic/sea_loads.h"
 #include "model/control.h"
 #include "run/layout.h"
 #include "run/report_lines.h"
@@ -80,7 +81,7 @@ void read_command_card(ConstantSteps& job) {
   for (int* interval : {&job.KPNOD, &job.KPELM, &job.KPENV, &job.KRST, &job.KPOST}) *interval = std::max(*interval, 0);
   echo_command_items(job);
   echo_output_items(job);
-  if (job.KRISAV == 1) stop_at_wave_output();
+  if (job.KRISAV == 1 && !waves_act()) stop_at_wave_output();
 }
 
 void echo_solution_items(const ConstantSteps& job) {

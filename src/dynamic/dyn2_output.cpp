@@ -1,5 +1,6 @@
 // What a DYN2 macro tells: the table on the progress file, prints and saves at their intervals, a step that fails.
 #include "dynamic/dyn2.h"
+#include "elements/contract/pass.h"
 #include "run/layout.h"
 #include "run/units.h"
 #include "solve/arrays.h"
@@ -61,6 +62,7 @@ void report_constant_step(const ConstantSteps& job) {
   print_dynamic_step(dynamics.NI);
   const Prints wanted = PRTSET(job);
   PRINDY(wanted.nodes, wanted.elements);
+  if (job.KRISAV == 1) print_elements(-1);  // member loads
   ENVOUT(wanted.envelopes);
   RSTRT6(job);
   write_dyn2_row();

@@ -3,6 +3,7 @@
 // Iterations determine the elements from the state at the last state update. With an iteration control for state update
 // that is not below the number of iterations, that is the state at the start of the step, whatever the iterates.
 #include "dynamic/dyn2.h"
+#include "dynamic/sea_loads.h"
 #include "elements/contract/pass.h"
 #include "solve/arrays.h"
 #include "solve/integration.h"
@@ -72,6 +73,7 @@ void drop_step(bool kept, double start_time) {
   copy_vector(arrays.U, arrays.UN);
   copy_vector(arrays.U0, arrays.UN);
   response.TIME = start_time;
+  return_wave_loads();
   determine_states({arrays.VEL, arrays.ACC, arrays.VEL, arrays.DAMP});
   dynamics.taken_over = false;
 }
@@ -94,11 +96,16 @@ StepOutcome take_constant_step(const ConstantSteps& job) {
   RDYNAM();  // with the wave load of the step
   EFFLOD();
   clear_increment();
+  bool kept = false;
   if (job.ISLULT == 1) {  // loads alone: the structure stays where it is
+    if (bad_wave_equation() != 0) {
+      drop_step(kept, start_time);
+      return StepOutcome::lost;
+    }
+    ENVUP();
     ENERGY();
     return StepOutcome::accepted;
   }
-  bool kept = false;
   const StepOutcome outcome = run_iterations(job, kept);
   if (outcome == StepOutcome::lost) drop_step(kept, start_time);
   if (outcome != StepOutcome::accepted) return outcome;

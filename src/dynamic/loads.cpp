@@ -3,6 +3,7 @@
 
 #include "dynamic/commands.h"
 #include "dynamic/parts.h"
+#include "dynamic/sea_loads.h"
 #include "dynamic/step.h"
 #include "model/patterns.h"
 #include "solve/arrays.h"
@@ -39,7 +40,7 @@ void form_first_load() {
 void form_applied_load() {
   if (dynamics.moving_loads) form_static_part();
   copy_vector(arrays.P, arrays.PS);
-  // The wave load of TIME, at the same level, is added here when there is one.
+  add_wave_loads(dynamics.level, equation_vector(arrays.P));
   if (has_record_loads()) add_record_loads(elapsed(), dynamics.level, equation_vector(arrays.P));
 }
 

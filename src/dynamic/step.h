@@ -11,7 +11,7 @@
 //   dyn1*.cpp        variable steps
 //   scheme.h         the formulas, values to values
 //   start.cpp        what comes before the first step
-//   loads.cpp        RDYNAM: applied loads and imposed displacements of a time
+//   loads.cpp        RDYNAM: applied loads and imposed displacements of a time; sea_loads.cpp: of waves
 //   effective.cpp    EFFLOD: the right-hand side at the start of a step
 //   motion.cpp       velocities and accelerations; state determination; what makes a trial the accepted state
 //   unbalance.cpp    UNBALN; the way out of a state that is not finite
@@ -51,6 +51,8 @@ struct DynamicBlock {
   bool has_damping = false;   ///< some group damps
   bool moving_loads = false;  ///< some static load that acts depends on the displacements
   bool taken_over = true;     ///< no determination since the last state update
+  bool wave_formed = false;   ///< arrays.WAVE holds the wave load of wave_time
+  double wave_time = 0.0;     ///< time of the wave loads at hand                             [s]
   Energies energy;
 };
 inline DynamicBlock dynamics;
@@ -71,7 +73,7 @@ class TimedPhase {
 /// What both macros do before their first step, when their cards, initial conditions and commands have been read and
 /// INTCON has been called: log of element states, prescribed equations, full assembly, starting loads and forces (one
 /// determination at zero increment), node envelopes. `restart_envelopes`: node and element extremes take the present
-/// values. dynamics.level is set before.
+/// values. dynamics.level is set before, and begin_wave_loads has been called.
 void start_dynamics(bool restart_envelopes);
 /// The state at hand becomes the one from which later analyses go on.
 void end_dynamics();
@@ -80,7 +82,7 @@ void end_dynamics();
 
 /// TIME += DT, KFORM counts up.
 void DYNINI();
-/// P = static loads at the displacements at hand + level times record loads at TIME; XI at TIME.
+/// P = static loads at the displacements at hand + level times wave and record loads at TIME; XI at TIME.
 void RDYNAM();
 /// RU = effective load of the step at increment 0 for free equations; for prescribed ones the way that is left to their
 /// imposed displacement. Velocities and accelerations of prescribed equations are set for the step before.
@@ -109,7 +111,7 @@ void set_remaining_ways();
 /// The trial becomes the accepted state: VEL, ACC, PN, RN, DN, UN, XIN. Equations without mass get the velocity and the
 /// acceleration of their displacements, prescribed ones keep the velocity of the step. Comes behind ENERGY.
 void accept_step();
-/// True when displacements, velocities and accelerations of the trial, and its norm, are finite.
+/// True when displacements, velocities and accelerations of the trial, its norm and its wave load are finite.
 bool trial_is_finite();
 /// Names node and direction (or the element, or nothing) where the trial is not finite, on the report and TAP.err.
 void tell_lost_trial();

@@ -4,6 +4,7 @@
 
 #include "dynamic/parts.h"
 #include "dynamic/scheme.h"
+#include "dynamic/sea_loads.h"
 #include "dynamic/step.h"
 #include "elements/contract/pass.h"
 #include "model/masses.h"
@@ -39,8 +40,16 @@ std::string place_of_equation(int equation) {
   return format("'NODE',I6,'  DIRECTION',I2", holder.node, holder.component);
 }
 
-/// Where the trial is not finite: its motion first, since it spoils the forces, then an element, then an equation.
+/// Of a wave load that has met such a sea. Constrained components share one sum.
+std::string place_of_wave_load(int equation) {
+  return "THE WAVE LOAD OF " + (equation > sizes.NEQ ? std::string("A SUPPORT") : place_of_equation(equation));
+}
+
+/// Where the trial is not finite: the wave load of the step, which belongs to the state before it; its motion, since it
+/// spoils the forces; then an element, then an equation.
 std::string place_of_loss() {
+  const int loaded = bad_wave_equation();
+  if (loaded != 0) return place_of_wave_load(loaded);
   const int moved = first_bad_equation({arrays.U, arrays.VT, arrays.AT});
   if (moved != 0) return place_of_equation(moved);
   const ElementPlace element_place = first_bad_element();
@@ -68,7 +77,8 @@ void write_dynamic_top() {
 }
 
 bool trial_is_finite() {
-  return std::isfinite(response.RNORM) && first_bad_equation({arrays.U, arrays.VT, arrays.AT}) == 0;
+  return std::isfinite(response.RNORM) && first_bad_equation({arrays.U, arrays.VT, arrays.AT}) == 0 &&
+         bad_wave_equation() == 0;
 }
 
 void tell_lost_trial() {

@@ -76,6 +76,7 @@ struct OutputBlock {
   int NRPRT = 0;                 ///< print code for restart results                       [-]
   std::array<char, 68> IDENT{};  ///< data file identifier
   int NLEVELS = 0;               ///< records written on the load level history            [-]
+  int NTAP25 = 0;                ///< records of waves written on TAP25                    [-]
 };
 inline OutputBlock output;
 

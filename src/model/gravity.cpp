@@ -2,9 +2,11 @@
 #include "model/gravity.h"
 
 #include <cmath>
+#include <span>
 #include <string>
 #include <string_view>
 
+#include "model/current_cards.h"
 #include "run/layout.h"
 #include "run/report_lines.h"
 #include "run/stops.h"
@@ -24,17 +26,6 @@ struct GravityCard {
   double GRAV = 0.0;
 };
 
-struct CurrentCard {
-  double level = 0.0;
-  std::array<double, 3> direction{};
-  double scale = 0.0;
-};
-
-void error_box(std::string_view words) {
-  fatal_box("     ERROR -----" + std::string(words));
-  complain(whole_line, words);
-}
-
 /// Unit vector along a direction word, zero when the word is none of the six.
 std::array<double, 3> vector_of(std::string_view word) {
   if (word == "  ") word = "-Z";
@@ -44,6 +35,7 @@ std::array<double, 3> vector_of(std::string_view word) {
   return vector;
 }
 
+/// The acceleration of gravity comes first: the mass density may be taken from it.
 void take(const GravityCard& card) {
   gravity.GRAV = card.GRAV > 0.0 ? card.GRAV : usual_gravity;
   gravity.direction = vector_of(std::string_view(card.WDIR.data(), card.WDIR.size()));
@@ -55,16 +47,18 @@ void take(const GravityCard& card) {
 }
 
 void echo(const GravityCard& card) {
-  write(units.NDOUT, "/,/,' GRAVITY AND WATER CONTROL',/");
-  write(units.NDOUT, "5X,A50,3X,A2", dotted("DIRECTION NORMAL TO WATER SURFACE (WDIR)"), card.WDIR);
-  write(units.NDOUT, "5X,A50,F12.3", dotted("COORDINATE OF WATER SURFACE"), gravity.water_level);
-  write(units.NDOUT, "5X,A50,1P,E12.4", dotted("WATER WEIGHT DENSITY"), gravity.water_weight);
-  write(units.NDOUT, "5X,A50,1P,E12.4", dotted("WATER MASS DENSITY"), gravity.water_mass);
+  put_text(units.NDOUT, "\n");
+  write_framed(" GRAVITY AND WATER CONTROL", '*', 26);
+  put_text(units.NDOUT, "\n");
+  write(units.NDOUT, "5X,A50,3X,A2", dotted("DIRECTION NORMAL TO WATER SURFACE"), card.WDIR);
+  write_real("COORDINATE OF WATER SURFACE", gravity.water_level);
+  write_real("WATER WEIGHT DENSITY", gravity.water_weight);
+  write_real("WATER MASS DENSITY", gravity.water_mass);
   write_count("BUOYANCY GENERATION CODE", gravity.KBUOY);
   write_count("STATIC CURRENT GENERATION CODE", gravity.KCURR);
   write(units.NDOUT,
         "8X,'0:  NO STATIC CURRENT',/,8X,'1:  SMALL DISPLACEMENT CURRENT',/,8X,'2:  LARGE DISPLACEMENT CURRENT'");
-  write(units.NDOUT, "5X,A50,F12.3", dotted("ACCELERATION OF GRAVITY"), gravity.GRAV);
+  write_real("ACCELERATION OF GRAVITY", gravity.GRAV);
 }
 
 /// Counts that the tables cannot hold end the run.
@@ -76,51 +70,7 @@ void check_levels(int levels) {
     complain({1, 5}, "total number of elevations for current definition is greater than 50");
     CLOSUP();
   }
-  if (levels < 2) {
-    error_box("NUMBER OF CURRENT LEVEL IS LESS THAN 2");
-    CLOSUP();
-  }
-}
-
-void check_level(const CurrentCard& card, int level) {
-  const int axis = std::abs(gravity_axis());
-  if (axis > 0 && card.direction[static_cast<std::size_t>(axis - 1)] != 0.0) {
-    error_box("CURRENT VELOCITY DIRECTION DOES NOT LIE ON HORIZONTAL PLANE");
-  }
-  if (level == 1 && card.level != 0.0) error_box("FIRST LEVEL FOR CURRENT DEFINITION SHOULD BE EQUAL TO ZERO");
-  if (level > 1 && !(card.level > gravity.CLEVI[static_cast<std::size_t>(level - 2)])) {
-    error_box("CURRENT LEVELS ARE NOT IN ASCENDING ORDER");
-  }
-}
-
-/// The velocity of a card; a zero direction stays as it stands.
-std::array<double, 3> velocity_of(CurrentCard& card) {
-  std::array<double, 3> velocity = card.direction;
-  const double length = std::hypot(velocity[0], velocity[1], velocity[2]);
-  if (!(length > 0.0)) return velocity;
-  if (card.scale == 0.0) card.scale = 1.0;
-  for (double& component : velocity) component = component / length * card.scale;
-  return velocity;
-}
-
-void read_level(int level) {
-  CurrentCard card;
-  read(units.NDIN, "5F10.0", card.level, card.direction, card.scale);
-  const std::array<double, 3> velocity = velocity_of(card);
-  write(units.NDOUT, "8X,5F13.3", card.level, card.direction, card.scale);
-  check_level(card, level);
-  const auto at = static_cast<std::size_t>(level - 1);
-  gravity.CLEVI[at] = card.level;
-  for (std::size_t i = 0; i < 3; ++i) gravity.CVELI[3 * at + i] = velocity[i];
-}
-
-void print_current_table() {
-  write(units.NDOUT,
-        "/,8X,'GENERATED STATIC CURRENT TABLE',/,16X,'LEVEL',3X,'X-VELOCITY',3X,'Y-VELOCITY',3X,'Z-VELOCITY'");
-  for (std::size_t i = 0; i < static_cast<std::size_t>(gravity.NCLEV); ++i) {
-    write(units.NDOUT, "8X,4F13.3", gravity.CLEVI[i], gravity.CVELI[3 * i], gravity.CVELI[3 * i + 1],
-          gravity.CVELI[3 * i + 2]);
-  }
+  check_current_levels(levels, {1, 5});
 }
 
 void read_static_current() {
@@ -132,10 +82,14 @@ void read_static_current() {
   write_count("PRINT CODE FOR CURRENT TABLE", print_code);
   write(units.NDOUT, "8X,'1:  GENERATED TABLE IS NOT PRINTED'");
   check_levels(levels);
-  write(units.NDOUT, "/,16X,'LEVEL',2X,'X-DIRECTION',2X,'Y-DIRECTION',2X,'Z-DIRECTION',8X,'SCALE'");
-  for (int level = 1; level <= levels; ++level) read_level(level);
   gravity.NCLEV = levels;
-  if (print_code != 1) print_current_table();
+  const auto n = static_cast<std::size_t>(levels);
+  const std::span<double> depths = std::span(gravity.CLEVI).first(n);
+  const std::span<double> vectors = std::span(gravity.CVELI).first(3 * n);
+  read_current_levels(depths, vectors);
+  if (print_code == 1) return;
+  write(units.NDOUT, "/,8X,'GENERATED STATIC CURRENT TABLE'");
+  print_current_levels(depths, vectors);
 }
 
 }  // namespace
@@ -148,6 +102,15 @@ int gravity_axis() {
     if (component != 0.0) return component < 0.0 ? -axis : axis;
   }
   return 0;
+}
+
+bool is_horizontal(const std::array<double, 3>& direction) {
+  constexpr double level_enough = 1e-6;
+  const double length = std::hypot(direction[0], direction[1], direction[2]);
+  if (!(length > 0.0)) return true;
+  double along = 0.0;
+  for (std::size_t i = 0; i < 3; ++i) along += direction[i] / length * gravity.direction[i];
+  return !(std::abs(along) > level_enough);
 }
 
 void GRAVIN() {

@@ -32,4 +32,7 @@ void GRAVIN();
 /// Signed axis of gravity: 1, 2, 3 for X, Y, Z, negative when the component is negative; 0 for a zero vector.
 int gravity_axis();
 
+/// Whether a direction of any length has no more than a millionth of it along gravity; a zero one is horizontal.
+bool is_horizontal(const std::array<double, 3>& direction);
+
 }  // namespace tidearc

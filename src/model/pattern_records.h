@@ -91,5 +91,7 @@ void read_temperature_pattern();
 void read_surface_pattern();
 /// Self weight, buoyancy or static current, from the vector that element input filled.
 void write_generated_pattern(PatternType type);
+inline void BUOYPAT() { write_generated_pattern(pattern_buoyancy); }
+inline void CURRPAT() { write_generated_pattern(pattern_current); }
 
 }  // namespace tidearc

@@ -32,8 +32,8 @@ void read_patterns() {
   for (int i = 1; i <= static_loads.NTPAT; ++i) read_temperature_pattern();
   for (int i = 1; i <= static_loads.NPPAT; ++i) read_surface_pattern();
   if (static_loads.ISELFW != 0) write_generated_pattern(pattern_self_weight);
-  if (static_loads.IBUOY != 0) write_generated_pattern(pattern_buoyancy);
-  if (static_loads.ICURR != 0) write_generated_pattern(pattern_current);
+  if (static_loads.IBUOY != 0) BUOYPAT();
+  if (static_loads.ICURR != 0) CURRPAT();
 }
 
 void write_none() { write(units.NDOUT, "/,' (NONE)'"); }

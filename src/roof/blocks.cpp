@@ -2,6 +2,7 @@
 #include "roof/blocks.h"
 
 #include <array>
+#include <new>
 #include <type_traits>
 
 #include "dynamic/commands.h"
@@ -26,6 +27,13 @@
 #include "run/timsub.h"
 #include "run/units.h"
 #include "run/workpool.h"
+#include "sea/field.h"
+#include "sea/grid.h"
+#include "sea/members/member.h"
+#include "sea/members/wave_member.h"
+#include "sea/sea_factors.h"
+#include "sea/wave_constants.h"
+#include "sea/wave_state.h"
 #include "solve/arrays.h"
 #include "solve/bfgs.h"
 #include "solve/integration.h"
@@ -39,10 +47,11 @@ namespace tidearc {
 
 namespace {
 
+/// A block is made anew in its place: the largest have more bytes than a stack should lend.
 template <class Block>
 SharedBlock entry(std::string_view name, Block& block, BlockKind kind) {
   static_assert(std::is_trivially_copyable_v<Block>, "a block is saved and restored as plain words");
-  return {name, &block, sizeof(Block), kind, [](void* place) { *static_cast<Block*>(place) = Block{}; }};
+  return {name, &block, sizeof(Block), kind, [](void* place) { ::new (place) Block{}; }};
 }
 
 // In the order of the floors.
@@ -63,6 +72,15 @@ const std::array table{
     entry("masses", masses, BlockKind::deck),
     entry("patterns", patterns, BlockKind::deck),
     entry("load_records", load_records, BlockKind::deck),
+    entry("wave", wave, BlockKind::deck),
+    entry("wave_constants", wave_constants, BlockKind::deck),
+    entry("components", components, BlockKind::deck),
+    entry("force_scale", force_scale, BlockKind::step),
+    entry("current_now", current_now, BlockKind::step),
+    entry("grid_wave", grid_wave, BlockKind::step),
+    entry("sea_factors", sea_factors, BlockKind::step),
+    entry("wave_member", wave_member, BlockKind::scratch),
+    entry("load_files", load_files, BlockKind::step),
     entry("arrays", arrays, BlockKind::deck),
     entry("integration", integration, BlockKind::step),
     entry("solver", solver, BlockKind::step),

@@ -26,8 +26,8 @@ void delete_scratch_files() {
 
 void write_wave_count() {
   if (run.NWAVNO <= 0) return;
-  close_unit(27);
-  close_unit(30);
+  close_unit(UNIT_LOADS_TEXT);
+  close_unit(UNIT_LOADS);
   open_formatted(UNIT_WAVES, "TAModel.wavno", OpenMode::fresh);
   write(UNIT_WAVES, "I5", run.NWAVNO);
   close_unit(UNIT_WAVES);

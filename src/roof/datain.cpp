@@ -31,6 +31,12 @@
 #include "run/tapefile.h"
 #include "run/units.h"
 #include "run/workpool.h"
+#include "sea/field.h"
+#include "sea/grid.h"
+#include "sea/sea_factors.h"
+#include "sea/wave_constants.h"
+#include "sea/wave_state.h"
+#include "sea/wavein.h"
 #include "solve/arrays.h"
 #include "solve/bfgs.h"
 #include "solve/integration.h"
@@ -61,6 +67,16 @@ void restore_file_roles() {
   units.NDOUT = before.NDOUT;
 }
 
+/// Components and rows of the wave force scale are as many as `wave` counts, so those large tables need no clearing.
+void forget_sea() {
+  wave = {};
+  wave_constants = {};
+  force_scale.index = 0;
+  current_now = {};
+  grid_wave = {};
+  sea_factors = {};
+}
+
 /// What the problem before left behind and this one must not see.
 void forget_last_problem() {
   restore_file_roles();
@@ -87,6 +103,7 @@ void forget_last_problem() {
   dynamics = {};
   energy_files = {};
   reset_gravity();
+  forget_sea();
   if (is_open_tape(UNIT_STATE_LOG)) close_tape(UNIT_STATE_LOG);
   state_log = {};
 }
@@ -150,7 +167,7 @@ void read_dynamic_loads() {
   RECRIN();
   write(UNIT_POST_TEXT, "18A4", run.TITLE);
   write_list(UNIT_POST_TEXT, dynamic_loads.IWAVE);
-  if (dynamic_loads.IWAVE == 1) stop_section("WAVE DATA INPUT", {line, {31, 35}}, "WAVEIN");
+  if (dynamic_loads.IWAVE == 1) WAVEIN();
   if (dynamic_loads.IVESSL == 1) stop_section("VESSEL MOTION INPUT", {line, {36, 40}}, "VESSEL");
 }
 

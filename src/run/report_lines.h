@@ -31,5 +31,9 @@ inline std::string dotted(std::string_view words) {
 
 /// One line of a control echo: 5X, the dotted label, the value in I5.
 inline void write_count(std::string_view words, int value) { write(units.NDOUT, "5X,A50,I5", dotted(words), value); }
+/// The same for a real, in F12.4.
+inline void write_real(std::string_view words, double value) {
+  write(units.NDOUT, "5X,A50,F12.4", dotted(words), value);
+}
 
 }  // namespace tidearc

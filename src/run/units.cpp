@@ -11,6 +11,7 @@
 #include <memory>
 #include <system_error>
 
+#include "run/binary_file.h"
 #include "run/stops.h"
 #include "run/tapefile.h"
 
@@ -206,6 +207,7 @@ void flush_formatted_units() {
 void flush_all_units() {
   // Record files first, and the error stream last of all: what fails is told there.
   close_all_tapes();
+  close_binary_files();
   for (int unit = unit_count - 1; unit >= 0; --unit) close_formatted(unit);
 }
 

@@ -35,17 +35,19 @@ struct UnitBlock {
 inline UnitBlock units;
 static_assert(std::is_trivially_copyable_v<UnitBlock>);
 
-inline constexpr int UNIT_ERROR = 0;       ///< TAP.err, the error stream
-inline constexpr int UNIT_TIMER = 12;      ///< timer summary
-inline constexpr int UNIT_EIGEN = 24;      ///< TAP24, element records for the eigenvalue analysis
-inline constexpr int UNIT_POST_TEXT = 25;  ///< TAP25
-inline constexpr int UNIT_TOP = 32;        ///< TAP32, largest unbalances
-inline constexpr int UNIT_STATE_LOG = 33;  ///< OVRLOAD, changes of element states
-inline constexpr int UNIT_MEMBER = 34;     ///< MEMBER.FRC
-inline constexpr int UNIT_LEVELS = 36;     ///< TAP.ULTFAC, load level history
-inline constexpr int UNIT_WAVES = 37;      ///< TAModel.wavno
-inline constexpr int UNIT_DONE = 50;       ///< TAP.OK
-inline constexpr int UNIT_PROGRESS = 53;   ///< TAP53
+inline constexpr int UNIT_ERROR = 0;        ///< TAP.err, the error stream
+inline constexpr int UNIT_TIMER = 12;       ///< timer summary
+inline constexpr int UNIT_EIGEN = 24;       ///< TAP24, element records for the eigenvalue analysis
+inline constexpr int UNIT_POST_TEXT = 25;   ///< TAP25
+inline constexpr int UNIT_LOADS_TEXT = 27;  ///< TAModel.sac, load lines of the waves
+inline constexpr int UNIT_LOADS = 30;       ///< TAModel.rlo, end forces of members
+inline constexpr int UNIT_TOP = 32;         ///< TAP32, largest unbalances
+inline constexpr int UNIT_STATE_LOG = 33;   ///< OVRLOAD, changes of element states
+inline constexpr int UNIT_MEMBER = 34;      ///< MEMBER.FRC
+inline constexpr int UNIT_LEVELS = 36;      ///< TAP.ULTFAC, load level history
+inline constexpr int UNIT_WAVES = 37;       ///< TAModel.wavno
+inline constexpr int UNIT_DONE = 50;        ///< TAP.OK
+inline constexpr int UNIT_PROGRESS = 53;    ///< TAP53
 
 /// How an open file begins.
 enum class OpenMode {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <initializer_list>
 
+#include "sea/grid.h"
 #include "solve/solve.h"
 
 namespace tidearc {
@@ -36,7 +37,9 @@ void carve_analysis_arrays() {
   a.PATTERN = carve_table(static_loads.NPAT);
   carve_vectors({&a.DDIS, &a.P, &a.ENVMAX, &a.TMAX, &a.ENVMIN, &a.TMIN, &a.WORK});
   a.ZDISP = carve_table(static_loads.NZDISP);
-  carve_vectors({&a.DSTEP, &a.WAVE, &a.BFGS1, &a.BFGS2});
+  carve_vectors({&a.DSTEP, &a.WAVE});
+  grid_wave.KGRID = carve_reals(std::int64_t{grid_reals} * grid_wave.NH * grid_wave.NV);
+  carve_vectors({&a.BFGS1, &a.BFGS2});
   a.STATUS = carve_integers(NEQ1());
   carve_vectors({&a.PIVOT, &a.DIAG});
   carve_vectors({&a.UN, &a.UTS, &a.VT, &a.AT, &a.VD, &a.PS, &a.PN, &a.RN, &a.D, &a.DN, &a.DAMP, &a.XI, &a.XIN});

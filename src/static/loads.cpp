@@ -7,6 +7,7 @@
 #include "run/tapefile.h"
 #include "run/units.h"
 #include "run/vectors.h"
+#include "sea/sea_factors.h"
 #include "solve/arrays.h"
 #include "static/segment.h"
 
@@ -17,6 +18,12 @@ namespace {
 Reals pattern_row(int p) { return pool.reals(arrays.PATTERN + ITWO * NEQ1() * (p - 1), NEQ1()); }
 
 std::size_t place_of(int p) { return static_cast<std::size_t>(p - 1); }
+
+/// Reported forces of members leave out what acts along them.
+void keep_sea_factor(int type, double factor) {
+  if (type == pattern_buoyancy) sea_factors.buoyancy = factor;
+  if (type == pattern_current) sea_factors.current = factor;
+}
 
 }  // namespace
 
@@ -43,6 +50,7 @@ void LODLVL(double level) {
   FILE(units.NT10, "REWI");
   for (int p = 1; p <= static_loads.NMADE; ++p) {
     const double factor = level * segment.factor[place_of(p)] + statics.accumulated[place_of(p)];
+    keep_sea_factor(patterns.type[place_of(p)], factor);
     if (patterns.type[place_of(p)] == pattern_temperature) {
       add_next_temperature(factor);
     } else {

@@ -7,6 +7,7 @@
 #include "run/report_lines.h"
 #include "run/run_block.h"
 #include "run/units.h"
+#include "sea/sea_factors.h"
 #include "solve/arrays.h"
 #include "solve/bfgs.h"
 #include "solve/solver.h"
@@ -24,6 +25,7 @@ void start_analysis() {
   response.TIME = ZERO;
   response.RNORM = ZERO;
   for (const int motion : {arrays.VEL, arrays.ACC}) clear_vector(motion);
+  sea_factors.wave = ZERO;  // waves belong to dynamic analyses
   solver.KFORM = 1;
   solver.KRESET = 1;
   solver.NELCHK = 1;  // the assembly takes all elements while KRESET is set

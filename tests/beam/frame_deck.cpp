@@ -1,5 +1,8 @@
 #include "frame_deck.h"
 
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <cstring>
 #include <stdexcept>
 
@@ -37,6 +40,15 @@ std::string padded(std::string text, std::size_t width) {
   text.resize(width, ' ');
   return text;
 }
+/// The cards of general drag and lift, and the coefficients of the extended equation before them.
+std::string morison_cards(const WaterCards& w) {
+  std::string text = line(w.ICA == 0 ? "" : std::string(40, ' ') + ints({w.ICA, w.JCA}));
+  for (std::size_t i = 0; i < w.general.size(); i += 8) {
+    text += line(reals({w.general.begin() + static_cast<std::ptrdiff_t>(i),
+                        w.general.begin() + static_cast<std::ptrdiff_t>(std::min(i + 8, w.general.size()))}));
+  }
+  return text;
+}
 std::string offset_card(int number, const std::array<double, 6>& e) {
   return line(ints({number}) + "     " + reals({e[0], e[1], e[2], e[3], e[4], e[5]}));
 }
@@ -46,7 +58,8 @@ std::string offset_card(int number, const std::array<double, 6>& e) {
 void LinearGroup::section(const Section& s) {
   sections += line(ints({++section_count, 0}) + reals({s.OD, s.t, s.A, s.ID, s.J, s.I3}) + five(s.I2) + five(s.AS2) +
                    ten(s.AS3));
-  sections += line(std::string(55, ' ') + reals({s.growth, 0.0})) + "\n";
+  const WaterCards& w = s.water;
+  sections += line(reals({w.D, w.CD, w.CM, w.CKM, w.CDS}) + "     " + reals({s.growth, w.Db})) + morison_cards(w);
 }
 void LinearGroup::offset(const std::array<double, 6>& e) { offsets += offset_card(++offset_count, e); }
 void LinearGroup::element(Element e) {
@@ -57,7 +70,7 @@ void LinearGroup::element(Element e) {
               e.further;
 }
 std::string LinearGroup::text() const {
-  std::string t = header(3, last, NFIRST, BETAO, BETAT, title);
+  std::string t = header(ITYPE, last, NFIRST, BETAO, BETAT, title);
   t += line(ints({NMAT, section_count, NGAUSS, KFEM, offset_count}) + KDEF);
   for (int m = 1; m <= NMAT; ++m)
     t += line(ints({m}) + "     " + reals({E, poisson, weight, mass, fluid_weight, fluid_mass, pressure}));
@@ -66,13 +79,15 @@ std::string LinearGroup::text() const {
 
 void LargeGroup::section(const Section& s) {
   ++section_count;
+  const WaterCards& w = s.water;
   if (ITYPE == 27) {
     sections += line(ints({section_count}) + "     " + reals({s.A, s.t, s.ID, s.IY, s.IZ, s.J}));
-    sections += line(std::string(55, ' ') + reals({s.growth, 0.0})) + "\n";
+    sections += line(reals({w.D, w.CD, w.CM, w.CKM, w.CDS}) + "     " + reals({s.growth, w.Db}));
   } else {
-    sections += line(ints({section_count}) + "     " + reals({s.A, s.t, s.ID, s.IY, s.IZ, s.J, 0.0}));
-    sections += line(std::string(40, ' ') + ten(s.growth) + "     " + reals({0.0, s.angle})) + "\n";
+    sections += line(ints({section_count}) + "     " + reals({s.A, s.t, s.ID, s.IY, s.IZ, s.J, w.D}));
+    sections += line(reals({w.CD, w.CM, w.CKM, w.CDS, s.growth}) + "     " + reals({w.Db, s.angle}));
   }
+  sections += morison_cards(w);
 }
 void LargeGroup::offset(const std::array<double, 6>& e) { offsets += offset_card(++offset_count, e); }
 void LargeGroup::element(Element e) {
@@ -130,6 +145,17 @@ void FrameDeck::turn(int node, const std::array<double, 3>& a, const std::array<
 void FrameDeck::self_weight(const std::string& direction, double gravity) {
   gravity_ = line("   " + padded(direction, 2) + "     " + reals({0.0, 0.0, 0.0}) + ints({0, 0}) + ten(gravity));
 }
+void FrameDeck::water(const WaterCard& card) {
+  const auto& U = card.current;
+  current_ = U[0] != 0.0 || U[1] != 0.0;
+  buoyancy_ = card.KBUOY != 0;
+  gravity_ = line("   -Z     " + reals({card.level, card.weight, card.mass}) + ints({card.KBUOY, current_ ? 1 : 0}) +
+                  ten(9.81));
+  if (!current_) return;
+  const double speed = std::hypot(U[0], U[1]);
+  gravity_ +=
+      line(ints({2, 1})) + line(reals({0.0, U[0], U[1], 0.0, speed})) + line(reals({1000.0, U[0], U[1], 0.0, speed}));
+}
 void FrameDeck::stat(const std::vector<SegmentCards>& segments) {
   macros_ += "STAT    STATIC ANALYSIS\n" + line(ints({static_cast<int>(segments.size())}) + "   SEGMENTS");
   for (const SegmentCards& segment : segments) macros_ += segment_text(segment);
@@ -141,7 +167,8 @@ std::string FrameDeck::text() const {
   t += line(
       ints({node_count_, node_count_, 0, 0, system_count_, system_count_, fix_count_, 0, 0, group_count_, weight}));
   t += gravity_ + nodes_ + systems_ + assignments_ + fixes_ + groups_;
-  t += line(ints({static_cast<int>(patterns_.size()), 0, temperature_count_, 0, weight}));
+  t += line(ints(
+      {static_cast<int>(patterns_.size()), 0, temperature_count_, 0, weight, buoyancy_ ? 1 : 0, current_ ? 1 : 0}));
   for (const auto& pattern : patterns_) {
     t += line(ints({static_cast<int>(pattern.size())}) + "PATTERN");
     for (const std::string& command : pattern) t += command;
@@ -189,6 +216,7 @@ Record record_at(int running, int LEI) {
 }  // namespace
 
 LinearBeamRecord linear_record(int running) { return record_at<LinearBeamRecord>(running, 688); }
+WaveBeamRecord wave_beam_record(int running) { return record_at<WaveBeamRecord>(running, 300); }
 LargeBeam large_record(int running) { return record_at<LargeBeamRecord>(running, 826).beam; }
 VortexBeamRecord vortex_record(int running) { return record_at<VortexBeamRecord>(running, 1484); }
 

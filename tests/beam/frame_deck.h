@@ -13,8 +13,16 @@
 
 namespace tidearc::test {
 
-/// Cards of a type 3 group. Sections and elements are added one by one.
+/// What the water sees of a section.
+struct WaterCards {
+  double D = 0.0, CD = 0.0, CM = 0.0, CKM = 0.0, CDS = 0.0, Db = 0.0;
+  int ICA = 0, JCA = 0;
+  std::vector<double> general = {};  ///< cards of load code 7: inertia, twelve of drag, twelve of lift
+};
+
+/// Cards of a type 3 or type 7 group. Sections and elements are added one by one.
 struct LinearGroup {
+  int ITYPE = 3;
   double E = 1000.0, poisson = 0.25, weight = 0.0, mass = 0.0, fluid_weight = 0.0, fluid_mass = 0.0, pressure = 0.0;
   int NMAT = 1, NGAUSS = 2, KFEM = 0, NFIRST = 1;
   double BETAO = 0.0, BETAT = 0.0;
@@ -25,6 +33,7 @@ struct LinearGroup {
 
   struct Section {
     double OD = 0.0, t = 0.0, A = 0.0, ID = 0.0, J = 0.0, I3 = 0.0, I2 = 0.0, AS2 = 0.0, AS3 = 0.0, growth = 0.0;
+    WaterCards water = {};
   };
   struct Element {
     int number = 0, I = 1, J = 2, DIFF = 0, K = 0, MAT = 0, SEC = 0, HIST = 0, GEOM = 0, WAVE = 0, BUOY = 0;
@@ -52,6 +61,7 @@ struct LargeGroup {
 
   struct Section {
     double A = 0.0, t = 0.0, ID = 0.0, IY = 0.0, IZ = 0.0, J = 0.0, growth = 0.0, angle = 0.0;
+    WaterCards water = {};
   };
   struct Element {
     int number = 0, I = 1, J = 2, DIFF = 0, K = 0, MAT = 0, SEC = 0, OUT = 0, KGI = 0, KGE = 0, SD = 2, WAVE = 0,
@@ -68,6 +78,13 @@ struct LargeGroup {
 
 using Load = std::array<double, 6>;
 
+/// Gravity and water card: water at `level`, uniform static current where `current` is not zero.
+struct WaterCard {
+  double level = 0.0, weight = 0.0, mass = 0.0;
+  int KBUOY = 0;
+  std::array<double, 3> current{};
+};
+
 class FrameDeck {
  public:
   std::string storage = "";  ///< storage card
@@ -83,11 +100,14 @@ class FrameDeck {
   /// Gives a node local axes: X along a, Y in the plane of a and b.
   void turn(int node, const std::array<double, 3>& a, const std::array<double, 3>& b);
   void self_weight(const std::string& direction, double gravity = 9.81);
+  /// Gravity along -Z; buoyancy and static current patterns where the card makes loads for them.
+  void water(const WaterCard& card);
   void stat(const std::vector<SegmentCards>& segments);
   std::string text() const;
 
  private:
   std::string nodes_, fixes_, groups_, temperatures_, macros_, gravity_, systems_, assignments_;
+  bool buoyancy_ = false, current_ = false;
   std::vector<std::vector<std::string>> patterns_;
   int node_count_ = 0, fix_count_ = 0, group_count_ = 0, temperature_count_ = 0, system_count_ = 0;
 };
@@ -105,6 +125,7 @@ FrameDeck unloaded_row_with_held_nodes(const std::string& group);
 double moved(int node, int component);
 /// Record of an element by its running number, in a model whose records all have one length.
 LinearBeamRecord linear_record(int running);
+WaveBeamRecord wave_beam_record(int running);
 LargeBeam large_record(int running);
 VortexBeamRecord vortex_record(int running);
 

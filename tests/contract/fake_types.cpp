@@ -197,6 +197,41 @@ MatrixForm form_latch(int, double, double, bool) {
   return MatrixForm::full;
 }
 
+/// One card per group: the node of every element.
+void read_floats() {
+  int node = 0;
+  read(units.NDIN, "I5", node);
+  for (int i = 0; i < group.NUMEL; ++i) {
+    FakeFloat& floating = start<FakeFloat>(group.NFIRST + i);
+    floating.head.KSTIF = 0;
+    floating.words_after = 4711;
+    const std::array<int, 1> nodes_of = {node};
+    form_location_vector(nodes_of, 6, floating.head.LM);
+    std::fill_n(floating.head.LM + 3, 3, 0);
+    write_element_record();
+  }
+}
+void move_float() {
+  FakeFloat& floating = current_record<FakeFloat>();
+  floating.displacement += element.EDISP[0];
+  floating.load_seen = floating.load;
+}
+void resist_float() {
+  element.ERES = {};
+  element.EDAMP = {};
+}
+void load_float(double time, bool lines) {
+  FakeFloat& floating = current_record<FakeFloat>();
+  floating.load = 10.0 * time + element.EDISP[0] + element.EVEL[0] + element.EACC[0] + (lines ? 1000.0 : 0.0);
+  ++floating.loadings;
+  floating.displacement += 99.0;  // in the work block alone
+  element.ERES = {};
+  element.ERES[0] = floating.load;
+  note("sea");
+}
+
+constexpr ElementOperations floating = {read_floats, move_float, resist_float, nullptr, nullptr,
+                                        nullptr,     nullptr,    nullptr,      nullptr, load_float};
 constexpr ElementOperations latch = {read_latches, move_latch, resist_latch, nullptr,
                                      form_latch,   nullptr,    nullptr,      nullptr};
 constexpr ElementOperations spring = {read_springs,          stretch_spring, resist_spring,
@@ -206,17 +241,20 @@ constexpr ElementOperations block = {read_blocks, move_block, resist_block, null
                                      form_block,  nullptr,    nullptr,      nullptr};
 
 constexpr ElementType spring_type = {
-    1, "FAKE SPRINGS", 6, spring_first, 42, 0, words(offsetof(FakeSpring, last_code)) + 1, 2, spring};
-constexpr ElementType slip_type = {22, "FAKE SLIPS", 6, spring_first, 42, 0, words(offsetof(FakeSpring, last_code)) + 1,
-                                   0,  spring};
-constexpr ElementType block_type = {11, "FAKE BLOCKS", 6, words(sizeof(FakeBlock)), 0, 0, 0, 1, block};
-constexpr ElementType latch_type = {13, "FAKE LATCHES", 6, latch_first, 2, 1, 0, 1, latch};
-constexpr ElementType no_type = {2, "NOT BUILT", 12, 668, 156, 2, 0, 2, {}};
+    1, "FAKE SPRINGS", 6, spring_first, 42, 0, words(offsetof(FakeSpring, last_code)) + 1, 2, 0, 0, spring};
+constexpr ElementType slip_type = {
+    22, "FAKE SLIPS", 6, spring_first, 42, 0, words(offsetof(FakeSpring, last_code)) + 1, 0, 0, 0, spring};
+constexpr ElementType block_type = {11, "FAKE BLOCKS", 6, words(sizeof(FakeBlock)), 0, 0, 0, 1, 0, 0, block};
+constexpr ElementType latch_type = {13, "FAKE LATCHES", 6, latch_first, 2, 1, 0, 1, 0, 0, latch};
+constexpr ElementType float_type = {7, "FAKE FLOATS", 6, float_first, 2, 0, 0, 0, words(offsetof(FakeFloat, load)) + 1,
+                                    3, floating};
+constexpr ElementType no_type = {2, "NOT BUILT", 12, 668, 156, 2, 0, 2, 0, 0, {}};
 
 }  // namespace
 }  // namespace test
 
 const ElementType& element_type(int ITYPE) {
+  if (ITYPE == 7) return test::float_type;
   if (ITYPE == 11) return test::block_type;
   if (ITYPE == 13) return test::latch_type;
   if (ITYPE == 22) return test::slip_type;

@@ -1,6 +1,6 @@
-// Three small types of element for tests of the passes: a bar with one word of stiffness history and a tail, as type 1,
-// a block without a tail, as type 11, and a latch with a long record that never takes its KSTIF back, as type 13. All
-// others are not available.
+// Four small types of element for tests of the passes: a bar with one word of stiffness history and a tail, as type 1,
+// a block without a tail, as type 11, a latch with a long record that never takes its KSTIF back, as type 13, and a
+// float that has loads of the sea and no stiffness, as type 7. All others are not available.
 #pragma once
 
 #include <array>
@@ -47,6 +47,20 @@ struct FakeLatch {
   int formed_at[2];
 };
 inline constexpr int latch_first = words(sizeof(FakeLatch)) - 3;  // odd, as no type of ours is
+
+/// Floats at one node. Its load of the sea at a time, along the first direction, is 10 times the time plus
+/// displacement, velocity and acceleration there; 1000 more with load lines. The load and the number of loadings belong
+/// to the pass of the sea.
+struct FakeFloat {
+  ElementHead<6> head;
+  double displacement;
+  double load;       ///< words of the sea: the load,
+  int loadings;      ///< and how many there have been
+  int words_after;   ///< 4711 from input on: a neighbour that no pass may touch
+  double load_seen;  ///< at the last determination
+  double tail;
+};
+inline constexpr int float_first = words(sizeof(FakeFloat)) - 2;
 
 /// What the operations were called for, in order: "state 1/3" for element 3 of group 1.
 inline std::vector<std::string> calls;

@@ -80,14 +80,22 @@ TEST(GravityCard, DerivesANonPositiveMassDensityFromTheWeightDensity) {
 TEST(GravityCard, IsEchoedUnderItsHeading) {
   NodeModel m(card(" Y", "12.5", "64.", "2.", 3, 0, "9.81"), SizeBlock{});
   GRAVIN();
-  EXPECT_TRUE(m.reports("\n GRAVITY AND WATER CONTROL\n")) << m.report();
-  EXPECT_TRUE(m.reports("DIRECTION NORMAL TO WATER SURFACE (WDIR) ....... =    Y\n")) << m.report();
-  EXPECT_TRUE(m.reports("COORDINATE OF WATER SURFACE .................... =      12.500\n"));
-  EXPECT_TRUE(m.reports("WATER WEIGHT DENSITY ........................... =  6.4000E+01\n"));
-  EXPECT_TRUE(m.reports("WATER MASS DENSITY ............................. =  2.0000E+00\n"));
-  EXPECT_TRUE(m.reports("BUOYANCY GENERATION CODE ....................... =    3\n"));
-  EXPECT_TRUE(m.reports("STATIC CURRENT GENERATION CODE ................. =    0\n"));
-  EXPECT_TRUE(m.reports("ACCELERATION OF GRAVITY ........................ =       9.810\n"));
+  const std::string row = "\n " + std::string(26, '*') + "\n";
+  EXPECT_TRUE(m.reports(row + " GRAVITY AND WATER CONTROL" + row)) << m.report();
+  EXPECT_TRUE(m.reports("     DIRECTION NORMAL TO WATER SURFACE .............. =    Y\n")) << m.report();
+  EXPECT_TRUE(m.reports("     COORDINATE OF WATER SURFACE .................... =     12.5000\n"));
+  EXPECT_TRUE(m.reports("     WATER WEIGHT DENSITY ........................... =     64.0000\n"));
+  EXPECT_TRUE(m.reports("     WATER MASS DENSITY ............................. =      2.0000\n"));
+  EXPECT_TRUE(m.reports("     BUOYANCY GENERATION CODE ....................... =    3\n"));
+  EXPECT_TRUE(m.reports("     STATIC CURRENT GENERATION CODE ................. =    0\n"));
+  EXPECT_TRUE(m.reports("     ACCELERATION OF GRAVITY ........................ =      9.8100\n"));
+}
+
+TEST(GravityCard, IsEchoedWithWhatReplacesItsBlanks) {
+  NodeModel m(card("-Z", "", "64.4"), SizeBlock{});
+  GRAVIN();
+  EXPECT_TRUE(m.reports("WATER MASS DENSITY ............................. =      2.0000\n")) << m.report();
+  EXPECT_TRUE(m.reports("ACCELERATION OF GRAVITY ........................ =     32.2000\n"));
 }
 
 TEST(GravityBlock, WithoutACardActsAlongMinusZ) {
@@ -184,8 +192,19 @@ TEST(StaticCurrent, ReportsADirectionOffTheHorizontalPlane) {
               SizeBlock{});
   GRAVIN();
   EXPECT_EQ(m.times_reported(box("CURRENT VELOCITY DIRECTION DOES NOT LIE ON HORIZONTAL PLANE")), 1);
-  EXPECT_NE(m.scratch.errors().find("line 4: CURRENT VELOCITY"), std::string::npos);
+  EXPECT_NE(m.scratch.errors().find("line 4, columns 11-40: CURRENT VELOCITY"), std::string::npos);
   EXPECT_EQ(gravity.NCLEV, 2);  // and goes on
+}
+
+TEST(StaticCurrent, TakesAMillionthOffTheHorizontalPlaneAsHorizontal) {
+  const std::vector<std::pair<std::string, int>> slopes{{"0.9E-6", 0}, {"-0.9E-6", 0}, {"1.1E-6", 1}, {"-1.1E-6", 1}};
+  for (const auto& [slope, told] : slopes) {
+    NodeModel m(card("-Z", "", "", "", 0, 1) + "    2    0\n" + level_card("0.", "1.", "0.", slope) +
+                    level_card("20.", "1.", "0.", "0."),
+                SizeBlock{});
+    GRAVIN();
+    EXPECT_EQ(m.times_reported(box("CURRENT VELOCITY DIRECTION DOES NOT LIE ON HORIZONTAL PLANE")), told) << slope;
+  }
 }
 
 TEST(StaticCurrent, ReportsAFirstLevelThatIsNotZero) {

@@ -17,7 +17,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Names of all block instances that the headers declare: "inline SomethingBlock name;" and the current element group.
+/// Names of all block instances that the headers declare: "inline Something name;". What owns memory of its own cannot
+/// be saved as plain words and is no block.
 std::set<std::string> declared_blocks() {
   std::set<std::string> names;
   const fs::path sources = fs::path(__FILE__).parent_path() / "../../src";
@@ -28,7 +29,8 @@ std::set<std::string> declared_blocks() {
       std::istringstream words(line);
       std::string keyword, type, name;
       words >> keyword >> type >> name;
-      const bool is_block = type.ends_with("Block") || type == "GroupRecord";
+      const bool is_block =
+          !type.empty() && type[0] >= 'A' && type[0] <= 'Z' && type != "WorkPool" && type != "PanelMemory";
       if (keyword == "inline" && is_block && name.ends_with(';')) names.insert(name.substr(0, name.size() - 1));
     }
   }

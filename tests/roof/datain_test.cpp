@@ -7,6 +7,7 @@
 
 #include "run_deck.h"
 #include "scratch.h"
+#include "sea/wave_state.h"
 #include "truss_deck.h"
 
 namespace tidearc::test {
@@ -149,8 +150,85 @@ std::string with_dynamic(int field, int value) {
   return joined(lines);
 }
 
-TEST(Datain, WavesAndVesselsStopByTheNameOfTheirReaders) {
-  EXPECT_TRUE(has(run_deck(with_dynamic(7, 1)).report, "FATAL ERROR DETECTED IN WAVEIN - JOB ABORTED"));
+/// The bar deck with a wave section: the size card asks for a gravity card of that direction word, the dynamic load
+/// control card for waves; `section` are the cards behind it.
+std::string with_wave(const std::string& section, const std::string& WDIR = "-Z") {
+  std::vector<std::string> lines = lines_of(with_dynamic(7, 1));
+  std::size_t at = 0;
+  while (lines[at] != "   -1   -1   -1") ++at;
+  lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(at), section);
+  std::string& sizes = lines[line_sizes];
+  sizes.resize(std::max<std::size_t>(sizes.size(), 55), ' ');
+  sizes.replace(50, 5, "    1");
+  lines.insert(lines.begin() + line_sizes + 1,
+               "   " + WDIR + "             0.   10.0553     1.025                9.81");
+  return joined(lines);
+}
+
+const std::string airy_section = "    1\n       12.       12.        1.        0.        0.        0.       50.\n";
+
+TEST(Datain, ReadsTheWaveSectionBetweenDynamicLoadsAndOutputLists) {
+  const RunResult run = run_deck(with_wave(airy_section));
+  EXPECT_EQ(run.status, 0) << run.report << run.errors;
+  EXPECT_LT(run.report.find("IMPOSED DISPLACEMENT HISTORIES"), run.report.find(" WAVE CONTROL DATA"));
+  EXPECT_LT(run.report.find(" WAVE CONTROL DATA"), run.report.find(" RESPONSE OUTPUT CONTROL INFORMATION"));
+  EXPECT_TRUE(has(run.report, "        WAVE CELERITY                                   17.069\n"));
+}
+
+TEST(Datain, StopsInAWaveSectionThatCannotBeWorkedWith) {
+  const RunResult run = run_deck(with_wave("    9"));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_TRUE(has(run.report, "WAVE TYPE MUST BE BETWEEN 0 AND 7"));
+  EXPECT_FALSE(has(run.report, " RESPONSE OUTPUT CONTROL INFORMATION"));
+}
+
+TEST(Datain, OnlyChecksAWaveProblemWhoseGravityHasNoDirection) {
+  const RunResult run = run_deck(with_wave(airy_section, "+Z"));
+  EXPECT_EQ(run.status, 4);  // the macro does not run
+  EXPECT_TRUE(has(run.report, "ERROR IN SPELLING OF WATER DIRECTION, WDIR =+Z"));
+  EXPECT_TRUE(has(run.report, "WAVE CELERITY"));
+}
+
+TEST(Datain, ForgetsTheSeaOfTheProblemBefore) {
+  std::string first = with_wave(airy_section);
+  first.erase(first.rfind(" STOP"));
+  const RunResult run = run_deck(first + bar_deck().text());
+  EXPECT_EQ(run.status, 0) << run.report << run.errors;
+  EXPECT_EQ(wave.IWTY, wave_none);
+  EXPECT_EQ(wave.H, 0.0);
+}
+
+// An embedded sea on a current with two magnification rows, then a linear wave by itself.
+TEST(Datain, SolvesAWaveBehindAnotherSeaAsItDoesAlone) {
+  const std::string embedded_section =
+      "    8    1" + std::string(45, ' ') +
+      "    2\n    1    2    5\n        0.\n        0.        1.        0.        0.       2.\n" +
+      "       50.        1.        0.        0.       1.\n" +
+      "       12.       12.        1.        0.        0.        0.       50.\n" + std::string(60, ' ') + "    3\n" +
+      "       40.\n    1\n    1        0.        1.        0.\n        8.        2.       30.\n" +
+      "        0.        2.\n        9.        3.";
+  std::string first = with_wave(embedded_section);
+  first.erase(first.rfind(" STOP"));
+  const auto page = [](const std::string& report) {
+    const std::size_t begin = report.rfind(" WAVE CONTROL DATA");
+    return report.substr(begin, report.find(" RESPONSE OUTPUT CONTROL INFORMATION", begin) - begin);
+  };
+  const auto storage_line = [](const std::string& report) {
+    return report.substr(report.rfind("STORAGE REQUIRED EXCLUDING ELEMENT DATA"), 63);
+  };
+  const RunResult alone = run_deck(with_wave(airy_section));
+  const RunResult behind = run_deck(first + with_wave(airy_section));
+  EXPECT_EQ(behind.status, 0) << behind.report << behind.errors;
+  EXPECT_EQ(page(behind.report), page(alone.report));
+  EXPECT_EQ(storage_line(behind.report), storage_line(alone.report)) << "the current table has gone";
+  EXPECT_EQ(wave.NCOMP, 0);
+  EXPECT_EQ(wave.NORAMP, 0);
+  EXPECT_EQ(wave.NTIME, 0);
+  EXPECT_EQ(wave.surface_current, (std::array<double, 3>{}));
+  EXPECT_EQ(wave.NN, 0);
+}
+
+TEST(Datain, VesselsStopByTheNameOfTheirReader) {
   EXPECT_TRUE(has(run_deck(with_dynamic(8, 1)).report, "FATAL ERROR DETECTED IN VESSEL - JOB ABORTED"));
   EXPECT_EQ(run_deck(with_dynamic(7, 2)).status, 0) << "only the code 1 counts";
   EXPECT_EQ(run_deck(with_dynamic(8, 2)).status, 0);

@@ -102,7 +102,7 @@ class Mast {
     std::string t = "    1    0    0    0    1    0    0    1\n    2PUSH\n";
     t += card("%5d%10.1f%10.1f%10.1f", name(0, 7), 90.0, 20.0, -50.0);
     t += card("%5d%10.1f%10.1f%10.1f", name(3, 4), 40.0, 0.0, 0.0);
-    t += card("    1   SINKING FOOT") + card("%5d%5d%10.4f", name(3, 0), 3, -0.02);
+    t += "    1   SINKING FOOT\n" + card("%5d%5d%10.4f", name(3, 0), 3, -0.02);
     t += "\n   -1   -1   -1\nSTAT    PUSH\n    1   MAST\n";
     t += card("%5d%5d%10s%5d%5d%10.3f%5d%5d%5d%5d%5d%5d", 1, 0, "", 0, 1, 0.25, 4, 0, 1, 0, 30, 1);
     t += "    1    1    0    0    2    0    0    0    0\n    0    0    1.0E-8\n";
@@ -187,8 +187,8 @@ TEST(Renumbered, TheTableOfCodesComesOnceUnderItsOwnHeading) {
 TEST(Renumbered, AProfileThatNoPoolCanHoldIsNotMetBeforeRenumbering) {
   // A chain of bars whose nodes are named from both ends in turn: neighbours are up to n apart, the profile as it
   // stands has some 9 n * n / 2 entries, of which matrix and factor take two words each: more than 32 bits can address.
-  const int n = 12000;
-  const auto deck = [n](int IBANDW) {
+  constexpr int n = 12000;
+  const auto deck = [](int IBANDW) {
     std::string t = " CHEC   P4.314  CHAIN\n\n\n\n";
     t += card("%5d%5d%5d%5d%5d%5d%5d%5d%5d%5d%5d%5d%5d%5d%5d", n, 2, 0, 0, 0, 0, 2, 0, 0, 1, 0, 0, 0, 0, IBANDW);
     t += card("%5d%10.1f%10.1f%10.1f", 1, 0.0, 0.0, 0.0) + card("%5d%10.1f%10.1f%10.1f", n, n - 1.0, 0.0, 0.0);

@@ -439,12 +439,12 @@ TEST(TrussInput, PropertyTablesThatDoNotFitStopInTheElementPhase) {
     Model model(chain(2), text.cards());
     mark = storage.NEXT;
   }
-  // A material of 26 and a section of 30 words: 56 words fit, 55 do not.
+  // A material of 26 and a section of 30 words, and 50 for its table of general drag: 106 words fit, 105 do not.
   {
-    Model model(chain(2), text.cards(), 1, {}, mark - 1 + 56);
+    Model model(chain(2), text.cards(), 1, {}, mark - 1 + 106);
     EXPECT_FALSE(stop_of([&] { ELDATA(); }).has_value());
   }
-  Model model(chain(2), text.cards(), 1, {}, mark - 1 + 55);
+  Model model(chain(2), text.cards(), 1, {}, mark - 1 + 105);
   EXPECT_EQ(stop_of([&] { ELDATA(); }), status_fatal);
   EXPECT_TRUE(tells(model, "INPUT PHASE - ELEM. DATA INPUT"));
 }

@@ -25,12 +25,12 @@ std::string TrussGroupText::header() const {
 }
 
 std::string TrussGroupText::properties() const {
-  return format("3I5", 1, 1, 2) + "\n" +
+  return format("3I5", 1, 1, NGAUSS) + "\n" +
          format("I5,6F10.4,I5", 1, EMOD, ratio, tension, compression, poisson, weight, 0) + "\n" +
          format("5F10.4,I5,2F10.6", mass, fluid_weight, fluid_mass, pressure, ductility, 0, overshoot_yield,
                 overshoot_unload) +
-         "\n" + format("I5,10F10.5", 1, area, thickness, inside, 0.0, 0.0, 0.0, 0.0, 0.0, growth, 0.0) + "\n" +
-         format("4F10.4,2I5", 0.0, 0.0, 0.0, 0.0, 0, 0) + "\n";
+         "\n" + format("I5,10F10.5", 1, area, thickness, inside, water_diameter, CD, CM, CKM, CDS, growth, Db) + "\n" +
+         format("4F10.4,2I5", 0.0, 0.0, 0.0, 0.0, ICA, JCA) + "\n" + general;
 }
 
 std::string ElementText::card() const {

@@ -25,6 +25,10 @@ struct TrussGroupText {
   double area = 1.0, thickness = 0.0, inside = 0.0, growth = 0.0;
   int ITYPE = 1, NUMEL = 1, NFIRST = 1;
   double BETAO = 0.0, BETAT = 0.0;
+  int NGAUSS = 2;
+  double water_diameter = 0.0, CD = 0.0, CM = 0.0, CKM = 0.0, CDS = 0.0, Db = 0.0;
+  int ICA = 0, JCA = 0;
+  std::string general;   ///< cards of load code 7
   std::string elements;  ///< element cards, line by line
 
   std::string header() const;

@@ -78,7 +78,11 @@ int offset_number(int number, int count, int element_number, const DeckPlace& wh
   return count == 0 ? 0 : taken;
 }
 
-void read_morison(BeamWater& w) { read(units.NDIN, "4F10.0,2I5", w.CTV, w.CTD, w.CAM, w.CAD, w.ICA, w.JCA); }
+void read_morison(BeamWater& w, GeneralCoefficients& general) {
+  read(units.NDIN, "4F10.0,2I5", w.CTV, w.CTD, w.CAM, w.CAD, w.ICA, w.JCA);
+  general = {};
+  if (has_general_table(w.ICA)) read_general_table(general);
+}
 
 void echo_morison_heading() {
   write(units.NDOUT,

@@ -7,6 +7,7 @@
 
 #include "elements/beam/local_axes.h"
 #include "elements/beam/properties.h"
+#include "elements/contract/water_input.h"
 #include "run/stops.h"
 #include "run/workpool.h"
 
@@ -38,8 +39,9 @@ int property_number(int number, int count, int element_number, const DeckPlace& 
 /// The same for an offset type, of which 0 is none; a data error takes type 1, or none where the group has no type.
 int offset_number(int number, int count, int element_number, const DeckPlace& where);
 
-/// Sections' coefficients of the extended wave force equation: one echo line each behind the heading.
-void read_morison(BeamWater& water);
+/// Sections' coefficients of the extended wave force equation, and with load code 7 their tables of general drag and
+/// lift behind them; one echo line each behind the heading.
+void read_morison(BeamWater& water, GeneralCoefficients& general);
 void echo_morison_heading();
 void echo_morison(int number, const BeamWater& water);
 

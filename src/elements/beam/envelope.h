@@ -16,7 +16,7 @@ struct Extremes {
   double smallest[beam_freedoms], smallest_time[beam_freedoms];
 };
 struct BeamEnvelope {
-  Extremes forces;        ///< local end forces as they act on the element
+  Extremes forces;        ///< local end forces as they act on the element, as reports tell them
   Extremes deformations;  ///< what the result print shows beside them
 };
 static_assert(std::is_trivially_copyable_v<BeamEnvelope> && sizeof(BeamEnvelope) == 96 * sizeof(double));

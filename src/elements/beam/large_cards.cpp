@@ -75,7 +75,7 @@ void read_materials(int count, bool vortex, LargeMaterial* table) {
   }
 }
 
-void read_section(int expected, bool vortex, LargeSection& s) {
+void read_section(int expected, bool vortex, LargeSection& s, GeneralCoefficients& general) {
   BeamWater& w = s.water;
   int number = 0;
   int spare = 0;
@@ -93,7 +93,7 @@ void read_section(int expected, bool vortex, LargeSection& s) {
     read(units.NDIN, "5F10.0,I5,2F10.0", w.CD, w.CM, w.CKM, w.longitudinal_CD, w.growth_weight, spare,
          w.buoyant_diameter, s.angle);
   }
-  read_morison(w);
+  read_morison(w, general);
 }
 
 void echo_section(int number, bool vortex, const LargeSection& s) {
@@ -106,12 +106,12 @@ void echo_section(int number, bool vortex, const LargeSection& s) {
   }
 }
 
-void read_sections(int count, bool vortex, LargeSection* table) {
+void read_sections(int count, bool vortex, LargeSection* table, GeneralCoefficients* general) {
   write(units.NDOUT, "/,/,5X,'SECTION PROPERTIES',/");
   write(units.NDOUT, "' SEC.',8X,'AREA  WALL THIC.   INT. DIAM',9X,'I-Y',9X,'I-Z',11X,'J   WAVE DIAM',A12,/,'  NO.',/",
         vortex ? "" : "  Angle(rad)");
   for (int k = 1; k <= count; ++k) {
-    read_section(k, vortex, table[k - 1]);
+    read_section(k, vortex, table[k - 1], general[k - 1]);
     echo_section(k, vortex, table[k - 1]);
   }
   write(units.NDOUT, "/,' SEC.',10X,'CD',10X,'CM',9X,'CKM    LONG. CD  MG Wt/Leng   Buoy_Diam',/,'  NO.',/");
@@ -121,6 +121,7 @@ void read_sections(int count, bool vortex, LargeSection* table) {
   }
   echo_morison_heading();
   for (int k = 1; k <= count; ++k) echo_morison(k, table[k - 1].water);
+  echo_general_tables(count, general, [&](int k) { return table[k].water.ICA; });
 }
 
 }  // namespace
@@ -153,9 +154,10 @@ LargeGroupCard read_vortex_group_card() {
 }
 
 LargeProperties read_large_properties(const LargeGroupCard& counts) {
-  const LargeProperties properties{carve_table<LargeMaterial>(counts.NMAT), carve_table<LargeSection>(counts.NSEC)};
+  const LargeProperties properties{carve_table<LargeMaterial>(counts.NMAT), carve_table<LargeSection>(counts.NSEC),
+                                   carve_table<GeneralCoefficients>(counts.NSEC)};
   read_materials(counts.NMAT, counts.vortex, properties.materials);
-  read_sections(counts.NSEC, counts.vortex, properties.sections);
+  read_sections(counts.NSEC, counts.vortex, properties.sections, properties.general);
   return properties;
 }
 

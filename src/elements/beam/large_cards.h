@@ -6,6 +6,7 @@
 #include "elements/beam/local_axes.h"
 #include "elements/beam/properties.h"
 #include "run/stops.h"
+#include "sea/members/member.h"
 
 namespace tidearc {
 
@@ -14,7 +15,7 @@ inline constexpr int most_large_properties = 150;  ///< materials, sections, and
 struct LargeGroupCard {
   bool vortex;  ///< type 27
   int NMAT, NSEC;
-  int NSUB;   ///< sub-divisions for wave forces
+  int NSUB;   ///< wave integration points, under the name of sub-divisions
   int KFEM;   ///< 1: loads along the member give end moments too
   int NECC;   ///< offset types; 0 in type 27
   int KVIV;   ///< algorithm of vortex shedding, type 27
@@ -34,6 +35,7 @@ struct LargeMaterial {
 struct LargeProperties {
   LargeMaterial* materials;
   LargeSection* sections;
+  GeneralCoefficients* general;  ///< of each section; zero without load code 7
 };
 /// Reads and echoes the property cards, in the form of the type. The caller puts the high-water mark back.
 LargeProperties read_large_properties(const LargeGroupCard& counts);

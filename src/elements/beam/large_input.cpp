@@ -9,7 +9,7 @@
 #include "elements/beam/operations.h"
 #include "elements/beam/placing.h"
 #include "elements/beam/record.h"
-#include "elements/beam/vortex.h"
+#include "elements/beam/sea.h"
 #include "elements/contract/group.h"
 #include "elements/contract/input.h"
 #include "model/nodes.h"
@@ -53,6 +53,7 @@ LargeBeam& start_record(const LargeInput& input, const LargeCard& card) {
   beam.material = input.properties.materials[card.MAT - 1].material;
   beam.ALPHA = input.properties.materials[card.MAT - 1].ALPHA;
   beam.section = input.properties.sections[card.SEC - 1];
+  beam.general = input.properties.general[card.SEC - 1];
   beam.PNU = beam.material.poisson;
   if (card.KECC > 0) std::ranges::copy(input.offsets[card.KECC - 1].ECC, beam.ECC);
   return beam;
@@ -95,12 +96,12 @@ void finish_record(const LargeInput& input, const LargeCard& card, const BeamPla
   add_mass_and_weight({card.NODEI, card.NODEJ, beam.XL, mass_per_length(beam.material, s.area, s.inside_diameter),
                        weight_per_length(beam.material, s.area, s.inside_diameter, s.water.growth_weight), beam.TELEM,
                        beam.ECC, input.counts.KFEM == 1});
+  take_still_water(in_sea(beam), beam.sea);
 }
 
 /// Echoes one element and writes its record. Nodes out of range leave a record without connections.
 bool make_element(const LargeInput& input, const LargeCard& card) {
   echo_large_element(card.generated ? key_generated : key_read, card, node_distance(card.NODEI, card.NODEJ));
-  if (input.counts.vortex && input.counts.NSUB > 1) warn_of_segments();
   if (!card.generated) echo_initial_state(card);
   LargeBeam& beam = start_record(input, card);
   const BeamPlace place{card.number,

@@ -5,6 +5,7 @@
 #include "elements/beam/operations.h"
 #include "elements/beam/record.h"
 #include "elements/beam/report.h"
+#include "elements/beam/sea.h"
 
 namespace tidearc {
 
@@ -22,7 +23,7 @@ void PRNT02() {
   std::array<double, 12> forces;
   natural_to_local(beam.QNAT, beam.XL, forces);
   print_beam_result(" (NONLINEAR ELASTIC BEAM-COLUMN ELEMENTS) TIME =", beam.head.number, beam.NODEI, beam.NODEJ,
-                    forces, shown_deformations(beam.ENAT));
+                    reported_forces(forces, beam.sea, beam.TELEM), shown_deformations(beam.ENAT));
 }
 
 void ENVO02() { print_envelope("  LARGE DISPLACEMENT BEAM ELEMENTS "); }

@@ -12,6 +12,7 @@
 #include "elements/beam/natural.h"
 #include "elements/beam/offsets.h"
 #include "elements/beam/operations.h"
+#include "elements/beam/sea.h"
 #include "elements/contract/group.h"
 #include "model/patterns.h"
 #include "run/layout.h"
@@ -81,10 +82,11 @@ NodeSurroundings surroundings(const LargeBeam& beam) {
           node_pressure(beam.NODEJ)};
 }
 
+/// As reports tell them.
 Vector12 end_forces(const LargeBeam& beam) {
   Vector12 forces;
   natural_to_local(beam.QNAT, beam.XL, forces);
-  return forces;
+  return reported_forces(forces, beam.sea, beam.TELEM);
 }
 
 void update_envelope(LargeBeam& beam) {

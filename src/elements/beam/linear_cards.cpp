@@ -1,4 +1,4 @@
-// Group and property cards of a type 3 group.
+// Group and property cards of type 3 and type 7 groups.
 #include "elements/beam/linear_cards.h"
 
 #include <algorithm>
@@ -81,7 +81,7 @@ void check_section(int number, const LinearSection& s, std::int64_t line) {
 }
 
 /// Reads the cards of a section; returns the line of the first.
-std::int64_t read_section(int expected, LinearSection& s) {
+std::int64_t read_section(int expected, LinearSection& s, GeneralCoefficients& general) {
   int number = 0;
   int spare = 0;
   BeamWater& w = s.water;
@@ -91,7 +91,7 @@ std::int64_t read_section(int expected, LinearSection& s) {
   const std::int64_t line = deck_line();
   read(units.NDIN, "5F10.0,I5,2F10.0", w.wave_diameter, w.CD, w.CM, w.CKM, w.longitudinal_CD, spare, w.growth_weight,
        w.buoyant_diameter);
-  read_morison(w);
+  read_morison(w, general);
   fill_from_tube(s);
   return line;
 }
@@ -143,7 +143,7 @@ LinearSection* linear_sections(int NMAT) {
   return reinterpret_cast<LinearSection*>(property_reals() + linear_material_reals * NMAT);
 }
 
-void read_linear_properties(const LinearGroupCard& counts) {
+void read_linear_properties(const LinearGroupCard& counts, GeneralCoefficients* general) {
   read_materials(counts.NMAT);
   write(units.NDOUT, "/,/,5X,'SECTION PROPERTIES',/");
   write(units.NDOUT,
@@ -152,8 +152,11 @@ void read_linear_properties(const LinearGroupCard& counts) {
         "SHEAR AREA", "SHEAR AREA", "AXIS-3", "AXIS-2", "AXIS-2", "AXIS-3");
   LinearSection* sections = linear_sections(counts.NMAT);
   SectionLines lines{};
-  for (int k = 1; k <= counts.NSEC; ++k) lines[static_cast<std::size_t>(k - 1)] = read_section(k, sections[k - 1]);
+  for (int k = 1; k <= counts.NSEC; ++k) {
+    lines[static_cast<std::size_t>(k - 1)] = read_section(k, sections[k - 1], general[k - 1]);
+  }
   echo_sections(counts.NSEC, sections, lines);
+  echo_general_tables(counts.NSEC, general, [&](int k) { return sections[k].water.ICA; });
 }
 
 }  // namespace tidearc

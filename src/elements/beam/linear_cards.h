@@ -1,4 +1,4 @@
-// The cards of a type 3 group: group, material, section and element cards, read and echoed.
+// The cards of type 3 and type 7 groups: group, material, section and element cards, read and echoed.
 #pragma once
 
 #include <cstdint>
@@ -6,6 +6,7 @@
 #include "elements/beam/local_axes.h"
 #include "elements/beam/properties.h"
 #include "run/stops.h"
+#include "sea/members/member.h"
 
 namespace tidearc {
 
@@ -25,8 +26,8 @@ LinearGroupCard read_linear_group_card();
 /// Tables in the property area of the current group: materials, then sections.
 BeamMaterial* linear_materials();
 LinearSection* linear_sections(int NMAT);
-/// Reads and echoes them.
-void read_linear_properties(const LinearGroupCard& counts);
+/// Reads and echoes them; `general` gets the tables of general drag and lift, one for each section.
+void read_linear_properties(const LinearGroupCard& counts, GeneralCoefficients* general);
 
 struct LinearCard {
   int number, NODEI, NODEJ;

@@ -1,4 +1,4 @@
-// Element cards of a type 3 group.
+// Element cards of type 3 and type 7 groups.
 #include <array>
 #include <cstddef>
 #include <string>

@@ -1,15 +1,11 @@
-// Input of a type 3 group: its cards, its records, and what the model gets from its elements.
-#include <algorithm>
-#include <array>
-#include <string>
+// Input of type 3 groups, and of all groups in its cards.
+#include "elements/beam/linear_input.h"
 
-#include "elements/beam/cards.h"
-#include "elements/beam/linear_cards.h"
+#include <array>
+
 #include "elements/beam/operations.h"
-#include "elements/beam/placing.h"
 #include "elements/beam/record.h"
-#include "elements/contract/group.h"
-#include "elements/contract/input.h"
+#include "elements/beam/sea.h"
 #include "run/layout.h"
 #include "run/stops.h"
 #include "run/units.h"
@@ -18,36 +14,16 @@ namespace tidearc {
 
 namespace {
 
-struct LinearInput {
-  LinearGroupCard counts;
-  BeamOffsets* offsets;
-  ElementNumbering numbering;
-};
-
-/// Fills what a record takes over from the cards; the work block is cleared first.
-LinearBeamRecord& start_record(const LinearInput& input, const LinearCard& card) {
-  std::fill_n(record_words(), group.LEI, 0);
-  LinearBeamRecord& beam = current_record<LinearBeamRecord>();
-  beam.head.number = card.number;
+void start_record(const LinearInput& input, const LinearCard& card) {
+  LinearBeamRecord& beam = start_linear_record<LinearBeamRecord>(input, card);
   beam.head.KSTIF = 1;
-  beam.NODEI = card.NODEI;
-  beam.NODEJ = card.NODEJ;
-  beam.MAT = card.MAT;
-  beam.SEC = card.SEC;
   beam.KHIST = card.KHIST;
   beam.KGEOM = card.KGEOM;
-  beam.KWAVE = card.KWAVE;
-  beam.KBUOY = card.KBUOY;
-  beam.KECC = card.KECC;
   beam.KCAT = card.KCAT;
   beam.KINIT = card.KINIT;
   beam.HINGEI = card.HINGEI;
   beam.HINGEJ = card.HINGEJ;
-  beam.NGAUSS = input.counts.NGAUSS;
-  beam.KFEM = input.counts.KFEM;
   beam.AXIAL = card.axial;
-  if (card.KECC > 0) std::ranges::copy(input.offsets[card.KECC - 1].ECC, beam.ECC);
-  return beam;
 }
 
 /// Local stiffness from material, section and length, with the terms of the initial axial force where they are asked
@@ -74,36 +50,41 @@ void set_initial_state(const LinearCard& card, LinearBeamRecord& beam) {
   for (std::size_t i = 0; i < beam_freedoms; ++i) beam.F[i] += beam.F0[i];
 }
 
-void finish_record(const LinearInput& input, const LinearCard& card, const BeamPlace& place, LinearBeamRecord& beam) {
-  const PlacedBeam placed = place_beam(place);
-  beam.KNODE = placed.KNODE;
-  beam.XL = placed.local.length;
-  std::ranges::copy(placed.local.axes, beam.TELEM);
-  const BeamMaterial& m = linear_materials()[card.MAT - 1];
-  const LinearSection& s = linear_sections(input.counts.NMAT)[card.SEC - 1];
+void finish_record(const LinearInput& input, const LinearCard& card, const PlacedBeam& placed) {
+  LinearBeamRecord& beam = current_record<LinearBeamRecord>();
+  const BeamMaterial& m = input.material(card);
+  const LinearSection& s = input.section(card);
+  place_linear_record(placed, beam);
+  connect_beam(card.NODEI, card.NODEJ, beam.head.LM);
   form_stiffness(m, s, beam);
   set_initial_state(card, beam);
-  connect_beam(card.NODEI, card.NODEJ, beam.head.LM);
   add_mass_and_weight({card.NODEI, card.NODEJ, beam.XL, mass_per_length(m, s.area, s.inside_diameter),
                        weight_per_length(m, s.area, s.inside_diameter, s.water.growth_weight), beam.TELEM, beam.ECC,
                        input.counts.KFEM == 1});
+  take_still_water(in_sea(beam), beam.sea);
+}
+
+BeamPlace beam_place(const LinearInput& input, const LinearCard& card) {
+  static constexpr BeamOffsets no_offsets{};
+  const BeamOffsets& offsets = card.KECC > 0 ? input.offsets[card.KECC - 1] : no_offsets;
+  return {card.number,
+          card.NODEI,
+          card.NODEJ,
+          card.K,
+          input.counts.convention,
+          offsets.ECC,
+          0.0,
+          DeckPlace(card.line, whole_line)};
 }
 
 /// Echoes one element and writes its record. Nodes out of range leave a record without connections.
-bool make_element(const LinearInput& input, const LinearCard& card) {
+bool make_element(const LinearInput& input, const LinearRecordMaker& type, const LinearCard& card) {
   echo_linear_element(card.generated ? key_generated : key_read, card, node_distance(card.NODEI, card.NODEJ));
   if (card.KINIT != 0 && !card.generated) echo_initial_state(card);
-  LinearBeamRecord& beam = start_record(input, card);
-  const BeamPlace place{card.number,
-                        card.NODEI,
-                        card.NODEJ,
-                        card.K,
-                        input.counts.convention,
-                        beam.ECC,
-                        0.0,
-                        DeckPlace(card.line, whole_line)};
+  type.start(input, card);
+  const BeamPlace place = beam_place(input, card);
   const bool inside = beam_nodes_in_range(place, card.place(6, 10), card.place(11, 15), card.place(21, 25));
-  if (inside) finish_record(input, card, place, beam);
+  if (inside) type.finish(input, card, place_beam(place));
   write_element_record();
   return inside;
 }
@@ -133,25 +114,24 @@ LinearCard next_card(const LinearInput& input) {
   return card;
 }
 
-void read_elements(LinearInput& input) {
-  read_numbered_cards(
-      input.numbering, [&] { return next_card(input); },
-      [&](const LinearCard& card) { return make_element(input, card); });
-}
-
 }  // namespace
 
-void INEL03() {
+void read_linear_group(const LinearRecordMaker& type) {
   echo_count("NUMBER OF DEGREES OF FREEDOM PER ELEMENT", group.NDOF);
   echo_count("LENGTH OF ELEMENT INFORMATION", group.LEI);
   const LinearGroupCard counts = read_linear_group_card();
-  read_linear_properties(counts);
   const int mark = storage.NEXT;
-  LinearInput input{counts, read_offsets(counts.NECC), ElementNumbering(group.NFIRST, group.NUMEL)};
+  GeneralCoefficients* general = carve_table<GeneralCoefficients>(counts.NSEC);
+  read_linear_properties(counts, general);
+  LinearInput input{counts, read_offsets(counts.NECC), general, ElementNumbering(group.NFIRST, group.NUMEL)};
   echo_linear_heading();
-  read_elements(input);
+  read_numbered_cards(
+      input.numbering, [&] { return next_card(input); },
+      [&](const LinearCard& card) { return make_element(input, type, card); });
   storage.NEXT = mark;
   print_key_table();
 }
+
+void INEL03() { read_linear_group({start_record, finish_record}); }
 
 }  // namespace tidearc

@@ -8,6 +8,7 @@
 #include "elements/beam/offsets.h"
 #include "elements/beam/operations.h"
 #include "elements/beam/record.h"
+#include "elements/beam/sea.h"
 #include "elements/contract/group.h"
 
 namespace tidearc {
@@ -49,13 +50,13 @@ void SDET03() {
   for (std::size_t i = 0; i < beam_freedoms; ++i) beam.U[i] += change[i];
   local_forces(beam.K, beam.U, beam.F);
   for (std::size_t i = 0; i < beam_freedoms; ++i) beam.F[i] += beam.F0[i];
-  update_extremes(beam.F, element.TIME, beam.envelope.forces);
+  update_extremes(reported_forces(beam.F, beam.sea), element.TIME, beam.envelope.forces);
   update_extremes(beam.U, element.TIME, beam.envelope.deformations);
 }
 
 void RENV03() {
   LinearBeamRecord& beam = current_record<LinearBeamRecord>();
-  restart_extremes(beam.F, element.TIME, beam.envelope.forces);
+  restart_extremes(reported_forces(beam.F, beam.sea), element.TIME, beam.envelope.forces);
   restart_extremes(beam.U, element.TIME, beam.envelope.deformations);
 }
 

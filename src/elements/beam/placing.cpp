@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <span>
 #include <string>
 
 #include "elements/beam/offsets.h"
@@ -50,16 +51,6 @@ std::array<double, 12> weight_forces(const BeamWeight& beam) {
   return f;
 }
 
-void add_to_self_weight(int node, double* force_and_moment) {
-  const Reals vector = pool.reals(patterns.KSELFW, NEQ1());
-  to_local(node, force_and_moment);
-  to_local(node, force_and_moment + 3);
-  for (int c = 1; c <= 6; ++c) {
-    const int e = equation_of(node, c);
-    if (e >= 1 && e <= NEQ1()) vector(e) += force_and_moment[c - 1];
-  }
-}
-
 }  // namespace
 
 double node_distance(int NODEI, int NODEJ) {
@@ -94,9 +85,13 @@ PlacedBeam place_beam(const BeamPlace& place) {
   return placed;
 }
 
-void connect_beam(int NODEI, int NODEJ, int* LM) {
+void locate_beam(int NODEI, int NODEJ, int* LM) {
   const std::array<int, 2> ends = {NODEI, NODEJ};
   form_location_vector(ends, 6, LM);
+}
+
+void connect_beam(int NODEI, int NODEJ, int* LM) {
+  locate_beam(NODEI, NODEJ, LM);
   lower_column_heights(LM, 12);
 }
 
@@ -104,8 +99,8 @@ void add_mass_and_weight(const BeamWeight& beam) {
   std::array<double, 12> f = weight_forces(beam);
   add_element_mass(beam.NODEI, 0.5 * beam.length * beam.mass);
   add_element_mass(beam.NODEJ, 0.5 * beam.length * beam.mass);
-  add_to_self_weight(beam.NODEI, f.data());
-  add_to_self_weight(beam.NODEJ, f.data() + 6);
+  add_nodal_load(patterns.KSELFW, beam.NODEI, std::span<double>(f.data(), 6));
+  add_nodal_load(patterns.KSELFW, beam.NODEJ, std::span<double>(f.data() + 6, 6));
 }
 
 }  // namespace tidearc

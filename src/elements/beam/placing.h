@@ -34,7 +34,8 @@ bool beam_nodes_in_range(const BeamPlace& place, const DeckPlace& I, const DeckP
 /// run. The nodes are inside the model.
 PlacedBeam place_beam(const BeamPlace& place);
 
-/// Location vector of all six components of both nodes, and the column heights.
+/// Location vector of all six components of both nodes; and with the column heights of an element with stiffness.
+void locate_beam(int NODEI, int NODEJ, int* LM);
 void connect_beam(int NODEI, int NODEJ, int* LM);
 
 /// What a length of member weighs: half the mass on the translations of both nodes, half the weight on both nodes along

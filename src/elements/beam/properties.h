@@ -18,15 +18,15 @@ struct BeamMaterial {
   double G() const { return EMOD / (2.0 * (1.0 + poisson)); }
 };
 
-/// What waves, current and buoyancy will ask of a section.
+/// What waves, current and buoyancy ask of a section.
 struct BeamWater {
   double wave_diameter;       ///< that the water sees                                     [length]
-  double CD, CM, CKM;         ///< drag, inertia and Keulegan coefficients of waves        [-]
+  double CD, CM, CKM;         ///< drag, inertia and added mass coefficients of waves      [-]
   double longitudinal_CD;     ///< drag along the member                                   [-]
   double growth_weight;       ///< weight of marine growth per length                      [force/length]
   double buoyant_diameter;    ///< of buoyancy                                             [length]
   double CTV, CTD, CAM, CAD;  ///< coefficients of the extended wave force equation        [-]
-  int ICA, JCA;
+  int ICA, JCA;               ///< load code, and the second code beside it
 };
 
 /// Section of types 2 and 27. Nothing is computed from a diameter.

@@ -1,5 +1,5 @@
 // The records of the beam elements: type 3 (linear), type 2 (large displacement), type 27 (type 2 under vortex
-// shedding).
+// shedding), type 7 (a linear beam that takes the loads of the sea and has no stiffness).
 //
 // Forces, frames and coordinates are in master axes unless a member says local. Local axes stand column by column.
 #pragma once
@@ -11,14 +11,19 @@
 #include "elements/beam/properties.h"
 #include "elements/beam/stiffness_parts.h"
 #include "elements/contract/work.h"
+#include "sea/members/member.h"
+#include "sea/members/wake.h"
 
 namespace tidearc {
 
 inline constexpr int beam_triangle = 78;  ///< upper triangle of a 12 by 12 matrix  [-]
 
-/// Nodal forces of the sea on a beam: zero until the sea stands.
+/// Equivalent loads of the sea on the ends of a beam, three forces and three moments each: in local axes, but in master
+/// axes where the frame turns (types 2 and 27), since the loads keep their directions.
 struct BeamSea {
-  double FWAVE[12], FCURR[12], FBUOY[12];
+  double FWAVE[12];  ///< of waves and currents at the present time; belongs to the pass of the sea  [force, moment]
+  double FCURR[12];  ///< of static current at factor 1                                              [force, moment]
+  double FBUOY[12];  ///< of buoyancy at factor 1                                                    [force, moment]
 };
 
 /// Record of type 3, 688 words.
@@ -46,7 +51,9 @@ struct LinearBeamRecord {
   double F0[12];       ///< those that the element started with                           [force, moment]
   BeamEnvelope envelope;
   BeamSea sea;
-  int spare[78];                    ///< up to the length of the first portion
+  BeamWater water;                  ///< of the section
+  GeneralCoefficients general;      ///< general drag and lift of a section with load code 7
+  int spare[4];                     ///< up to the length of the first portion
   double delivered[beam_triangle];  ///< matrix that has been delivered, upper triangle by rows
   double auxiliary;
 };
@@ -89,9 +96,11 @@ struct LargeBeam {
   int KFEM;          ///< 1: loads along the member give end moments too
   BeamMaterial material;
   LargeSection section;
+  int KTOLD;  ///< 1 when the warning of vortex shedding has been printed; goes with the wave loads
+  int NSUB;   ///< wave integration points of the group
   BeamSea sea;
-  int NSUB;       ///< sub-divisions of the group for wave forces
-  int spare[59];  ///< up to the length of the first portion
+  int spare[8];                 ///< up to the length of the first portion
+  GeneralCoefficients general;  ///< general drag and lift of a section with load code 7
 };
 static_assert(std::is_standard_layout_v<LargeBeam> && std::is_trivially_copyable_v<LargeBeam>);
 static_assert(sizeof(LargeBeam) == bytes_of_words(668));
@@ -106,16 +115,52 @@ struct LargeBeamRecord {
 static_assert(std::is_standard_layout_v<LargeBeamRecord> && sizeof(LargeBeamRecord) == bytes_of_words(826));
 static_assert(offsetof(LargeBeamRecord, delivered) == bytes_of_words(668));
 
-/// Record of type 27, 1484 words. Vortex shedding has no effect until the sea stands; its words are zero.
+/// Record of type 27, 1484 words.
 struct VortexBeamRecord {
   LargeBeam beam;
-  double FLIFT[12];  ///< nodal lift forces  [force]
-  int spare[634];
+  double FLIFT[12];  ///< the part of FWAVE that comes of vortex shedding  [force, moment]
+  WakeState wake;    ///< goes with the wave loads
+  int spare[634 - words(sizeof(WakeState))];
   double delivered[beam_triangle];  ///< matrix that has been delivered, upper triangle by rows
   double auxiliary;
 };
 static_assert(std::is_standard_layout_v<VortexBeamRecord> && sizeof(VortexBeamRecord) == bytes_of_words(1484));
 static_assert(offsetof(VortexBeamRecord, delivered) == bytes_of_words(1326));
+
+/// Record of type 7, 300 words.
+struct WaveBeamRecord {
+  ElementHead<12> head;
+  int NODEI, NODEJ;
+  int KNODE;                    ///< third node, or an AxisConvention
+  int MAT, SEC;                 ///< material and section in the group's property area
+  int KWAVE, KBUOY;             ///< wave integration points, buoyancy code
+  int KECC;                     ///< offset type, 0 none
+  int NGAUSS;                   ///< wave integration points of the group
+  int KFEM;                     ///< 1: loads along the member give end moments too
+  double XL;                    ///< length between the ends                                   [length]
+  double TELEM[9];              ///< local axes                                                [-]
+  double ECC[6];                ///< offsets, I-X, J-X, I-Y, J-Y, I-Z, J-Z                     [length]
+  BeamWater water;              ///< of the section
+  GeneralCoefficients general;  ///< general drag and lift of a section with load code 7
+  double FWAVE[12];             ///< as in BeamSea                                             [force, moment]
+  Extremes loads;               ///< of the wave loads at the factor at which they act
+  int spare[46];                ///< up to the length of the first portion
+  double tail[2];               ///< nothing is delivered, nothing is kept
+};
+static_assert(std::is_standard_layout_v<WaveBeamRecord> && std::is_trivially_copyable_v<WaveBeamRecord>);
+static_assert(sizeof(WaveBeamRecord) == bytes_of_words(300));
+static_assert(offsetof(WaveBeamRecord, tail) == bytes_of_words(296));
+
+/// Word (from 1) at which the words of the sea begin, and their count: the wave loads, and KTOLD before them.
+inline constexpr int linear_sea_word = words(offsetof(LinearBeamRecord, sea)) + 1;
+inline constexpr int wave_beam_sea_word = words(offsetof(WaveBeamRecord, FWAVE)) + 1;
+inline constexpr int large_sea_word = words(offsetof(LargeBeam, KTOLD)) + 1;
+inline constexpr int linear_sea_words = words(sizeof(BeamSea::FWAVE));
+inline constexpr int large_sea_words = 2 + linear_sea_words;
+/// Of type 27: to the end of the wake. What stands between does not change behind input.
+inline constexpr int vortex_sea_words =
+    words(offsetof(VortexBeamRecord, wake) + sizeof(WakeState)) - (large_sea_word - 1);
+static_assert(offsetof(LargeBeam, sea) == offsetof(LargeBeam, KTOLD) + bytes_of_words(2));
 
 /// The delivered matrix in the tail of the current record, of any beam type.
 inline double* delivered_matrix(int LFIX) { return reinterpret_cast<double*>(record_words() + LFIX); }

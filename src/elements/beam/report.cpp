@@ -1,10 +1,12 @@
 // Result and envelope tables of the beams.
 #include "elements/beam/report.h"
 
+#include <array>
 #include <string>
 
 #include "elements/beam/operations.h"
 #include "elements/beam/record.h"
+#include "elements/beam/sea.h"
 #include "elements/contract/group.h"
 #include "run/layout.h"
 #include "run/units.h"
@@ -55,10 +57,20 @@ void print_smallest(const BeamEnvelope& e, std::size_t end) {
         six(e.deformations.smallest_time, end));
 }
 
+/// Axial and shear forces of both ends onto the load file.
+void write_end_forces(int number, int NODEI, int NODEJ, std::span<const double, 12> forces) {
+  const std::array<double, 6> written = {forces[0], forces[1], forces[2], forces[6], forces[7], forces[8]};
+  write_member_loads(number, NODEI, NODEJ, written);
+}
+
 }  // namespace
 
 void print_beam_result(const char* title, int number, int NODEI, int NODEJ, std::span<const double, 12> forces,
                        std::span<const double, 12> deformations) {
+  if (element.KPRINT < 0) {
+    if (print_time() > 0.0) write_end_forces(number, NODEI, NODEJ, forces);
+    return;
+  }
   if (first_of_group(number)) print_result_heading(title);
   write(units.NDOUT, "I5,1X,I6,12(E10.2)", number, NODEI, std::span<const double>(forces.first<6>()),
         std::span<const double>(deformations.first<6>()));
@@ -80,7 +92,14 @@ void print_beam_envelope(const char* title, int number, int NODEI, int NODEJ, co
 
 void PRNT03() {
   const LinearBeamRecord& beam = current_record<LinearBeamRecord>();
-  print_beam_result(" (LINEAR BEAM ELEMENTS) TIME =", beam.head.number, beam.NODEI, beam.NODEJ, beam.F, beam.U);
+  print_beam_result(" (LINEAR BEAM ELEMENTS) TIME =", beam.head.number, beam.NODEI, beam.NODEJ,
+                    reported_forces(beam.F, beam.sea), beam.U);
+}
+
+void ENVO07() {
+  const WaveBeamRecord& beam = current_record<WaveBeamRecord>();
+  const BeamEnvelope envelope{beam.loads, {}};
+  print_beam_envelope("  LINEAR BEAM WAVE ELEMENTS ", beam.head.number, beam.NODEI, beam.NODEJ, envelope);
 }
 
 void ENVO03() {

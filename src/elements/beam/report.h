@@ -8,7 +8,8 @@
 namespace tidearc {
 
 /// One element of the result print: end forces as they act on the element and the deformations beside them, local axes,
-/// six of end I, then six of end J. The first element of the group brings the heading with the words of its title.
+/// six of end I, then six of end J. The first element of the group brings the heading with the words of its title. With
+/// print code -1 nothing goes on the report; at a positive time the forces go onto the load file.
 void print_beam_result(const char* title, int number, int NODEI, int NODEJ, std::span<const double, 12> forces,
                        std::span<const double, 12> deformations);
 

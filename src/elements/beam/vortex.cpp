@@ -86,9 +86,26 @@ void read_vortex_cards(int KVIV) {
   read_table(v);
 }
 
-void warn_of_segments() {
-  write(units.NDOUT,
-        "5X,'** warning ** more than one segment but ','only the first segment is used for viv calculations.'");
+WakeLaw wake_law(const VortexControl& v) {
+  WakeLaw law;
+  law.KMOTN = v.KMOTN;
+  law.nnc = v.nnc;
+  law.iseed = v.iseed;
+  law.nbuf = v.nbuf;
+  law.strouhal = v.strouhal;
+  law.cl0 = v.cl0;
+  law.cd0 = v.cd0;
+  law.trampb = v.trampb;
+  law.trampl = v.trampl;
+  law.timrwl = v.timrwl;
+  law.alpha = v.alpha;
+  law.cutoff = v.cutoff;
+  law.blokfac = v.blokfac;
+  law.columns = v.columns;
+  const auto rows = static_cast<std::size_t>(v.arguments);
+  law.argument = {v.argument, rows};
+  law.coefficient = {v.coefficient, rows * static_cast<std::size_t>(v.columns)};
+  return law;
 }
 
 }  // namespace tidearc

@@ -1,12 +1,11 @@
 // Vortex-induced vibration of type 27: the cards of a group, kept in its property area.
-//
-// The lift force that they describe acts when the sea stands; until then the cards are read, checked and echoed.
 #pragma once
 
 #include <array>
 #include <type_traits>
 
 #include "elements/contract/group.h"
+#include "sea/members/wake.h"
 
 namespace tidearc {
 
@@ -43,7 +42,8 @@ inline VortexControl& vortex_control() { return *reinterpret_cast<VortexControl*
 /// Reads, checks and echoes the vortex card and the coefficient table. An algorithm other than 2, or a table that does
 /// not fit, ends the run.
 void read_vortex_cards(int KVIV);
-/// The warning that stands behind the echo of each member that the wave force divides.
-void warn_of_segments();
+
+/// The cards as the wake takes them; refers to the table in `control`.
+WakeLaw wake_law(const VortexControl& control);
 
 }  // namespace tidearc

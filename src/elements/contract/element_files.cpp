@@ -19,6 +19,7 @@ void read_own_words(const ElementType& type, Word* record) {
   StiffnessWords kept{};
   FILE(units.NT13, "READ", 2, &kept);
   put_stiffness_words(type, kept, record);
+  if (type.sea_words > 0) FILE(units.NT13, "READ", type.sea_words, record + type.sea_word - 1);
   const int tail = group.LEI - group.LFIX;
   if (tail > 0) FILE(units.NT13, "READ", tail, record + group.LFIX);
 }
@@ -26,6 +27,7 @@ void read_own_words(const ElementType& type, Word* record) {
 void write_own_words(const ElementType& type, const Word* record) {
   const StiffnessWords kept = stiffness_words(type, record);
   FILE(units.NT2, "WRIT", 2, &kept);
+  if (type.sea_words > 0) FILE(units.NT2, "WRIT", type.sea_words, record + type.sea_word - 1);
   const int tail = group.LEI - group.LFIX;
   if (tail > 0) FILE(units.NT2, "WRIT", tail, record + group.LFIX);
 }
@@ -52,7 +54,7 @@ void choose_next_generation() {
 
 bool reads_states(Pass pass) { return pass != Pass::determination; }
 bool writes_states(Pass pass) { return pass == Pass::determination || pass == Pass::rewriting; }
-bool writes_own_words(Pass pass) { return pass == Pass::determination || pass == Pass::stiffness; }
+bool writes_own_words(Pass pass) { return pass == Pass::determination || pass == Pass::stiffness || pass == Pass::sea; }
 int states_file(Pass pass) { return pass == Pass::kept ? generations.kept_current : generations.current; }
 
 /// NT15 to where the vectors of the kept step start stand.

@@ -2,8 +2,8 @@
 //
 //   NT1    reference generation: one record of LFIX words for each element
 //   NT12   current generation, likewise, once a determination has come since the last state update
-//   NT13   what belongs to the element and to neither generation: one record with the two words of the stiffness pass
-//          and, when the type has a tail, one with the tail
+//   NT13   what belongs to the element and to neither generation: one record with the two words of the stiffness pass,
+//          when the type has loads of the sea, one with them, and when it has a tail, one with the tail
 //   NT2    the next version of NT13 while a pass changes it
 //   NT15, NT16   partners of NT1 and NT12 while the start of a load step is kept
 //
@@ -27,6 +27,7 @@ enum class Pass {
   determination,  ///< goes from the reference generation to the current one; changes KSTIF
   rewriting,      ///< takes the states at hand, which are the reference too, and leaves both with other first portions
   stiffness,      ///< takes the states at hand; changes the tail and the words of the stiffness pass
+  sea,            ///< takes the states at hand; changes the words of the sea
 };
 
 /// Files of first portions in a disk job, as unit numbers, and the marks of a core job. Set by LODELM, advanced by
@@ -45,8 +46,8 @@ static_assert(std::is_trivially_copyable_v<GenerationBlock>);
 /// Puts the files of a pass at their start, but for the reference of a determination, which is read by whoever
 /// determines.
 void begin_streams(Pass pass);
-/// The current element's record into its place in the pool: words of the stiffness pass, tail and, but for a
-/// determination, the first portion of the current generation.
+/// The current element's record into its place in the pool: words of the stiffness pass and of the sea, tail and, but
+/// for a determination, the first portion of the current generation.
 void fetch_record(Pass pass, const ElementType& type, Word* record);
 /// What the pass has changed of it onto the next files.
 void store_record(Pass pass, const ElementType& type, const Word* record);

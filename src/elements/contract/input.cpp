@@ -56,23 +56,30 @@ void lower_column_heights(const int* LM, int NDOF) {
   }
 }
 
-void add_element_mass(int node, double mass) {
+void add_element_mass(int node, double mass) { add_element_mass(node, {mass, mass, mass}); }
+
+void add_element_mass(int node, const std::array<double, 3>& mass) {
   const Reals vector = pool.reals(masses.KEDATP, NEQ1());
   for (int c = 1; c <= 3; ++c) {
     const int e = equation_of(node, c);
-    if (e >= 1 && e <= NEQ1()) vector(e) += mass;
+    if (e >= 1 && e <= NEQ1()) vector(e) += mass[static_cast<std::size_t>(c - 1)];
+  }
+}
+
+void add_nodal_load(int vector, int node, std::span<double> load) {
+  const Reals sum = pool.reals(vector, NEQ1());
+  for (std::size_t first = 0; first + 3 <= load.size(); first += 3) to_local(node, load.data() + first);
+  int c = 0;
+  for (const double value : load) {
+    const int e = equation_of(node, ++c);
+    if (e >= 1 && e <= NEQ1()) sum(e) += value;
   }
 }
 
 void add_self_weight(int node, double weight) {
-  const Reals vector = pool.reals(patterns.KSELFW, NEQ1());
   std::array<double, 3> force = gravity.direction;
   for (double& component : force) component *= weight;
-  to_local(node, force.data());
-  for (int c = 1; c <= 3; ++c) {
-    const int e = equation_of(node, c);
-    if (e >= 1 && e <= NEQ1()) vector(e) += force[static_cast<std::size_t>(c - 1)];
-  }
+  add_nodal_load(patterns.KSELFW, node, force);
 }
 
 double filled_tube(double density, double area, double fluid_density, double bore) {

@@ -50,8 +50,12 @@ void form_location_vector(std::span<const int> node_numbers, int components, int
 void clear_column_heights();
 /// Lowers the smallest equation connected to each equation of the element. Constrained freedoms connect nothing.
 void lower_column_heights(const int* LM, int NDOF);
-/// Adds a mass to the three translations of a node.
+/// Adds a mass to the three translations of a node; or one to each, in the node's own axes.
 void add_element_mass(int node, double mass);
+void add_element_mass(int node, const std::array<double, 3>& mass);
+/// Adds nodal loads in global directions, three forces or three forces and three moments, to a vector by equation (a
+/// pool index; the generated patterns are such vectors). `load` is turned to the node's axes in place.
+void add_nodal_load(int vector, int node, std::span<double> load);
 /// Adds a weight, acting in the direction of gravity, to the self weight vector at a node.
 void add_self_weight(int node, double weight);
 

@@ -80,8 +80,14 @@ void sum_dynamic_forces(double c1, double c2, int VEL, int ACC, const DynamicFor
 /// last element, for groups without elements too.
 void sum_forces_by_group(int damped, int resisting, int damping, const std::function<void(int group)>& done);
 
-/// Results of every element of every group on the report (ELMPRT), and their envelopes (ELMENV).
-void print_elements();
+/// Loads of waves and dynamic current at `time`, summed from zero into pool vector `into` (NEQ1), from the motion in
+/// the pool vectors of displacements, velocities and accelerations; with load lines when asked for. The elements keep
+/// their own for reports. Nothing of their states changes.
+void form_wave_loads(double time, bool lines, int into);
+
+/// Results of every element of every group (ELMPRT): on the report, or with print code -1 the end forces of members on
+/// the load file; and their envelopes (ELMENV).
+void print_elements(int print_code = 1);
 void print_element_envelopes();
 
 }  // namespace tidearc

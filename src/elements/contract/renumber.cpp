@@ -176,7 +176,8 @@ void renumber_equations(ConstIntegers NORDER) {
 /// The column heights of the new numbers.
 void rebuild_column_heights() {
   clear_column_heights();
-  for_each_location([](const ElementType&, std::span<const int> LM) {
+  for_each_location([](const ElementType& type, std::span<const int> LM) {
+    if (type.operations.stiffness == nullptr) return;
     lower_column_heights(LM.data(), static_cast<int>(LM.size()));
   });
 }

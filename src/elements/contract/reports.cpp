@@ -6,12 +6,14 @@
 
 namespace tidearc {
 
-void print_elements() {
+void print_elements(int print_code) {
+  element.KPRINT = print_code;
   for_each_element(Pass::reading, [](const ElementType& type, const Word* record, int) {
     if (type.operations.print == nullptr) return;
     load_record(record);
     type.operations.print();
   });
+  element.KPRINT = 1;
 }
 
 void print_element_envelopes() {

@@ -2,8 +2,8 @@
 //
 // Two generations: the reference is the state at the last state update, the current one that of the last determination.
 // In core the current generation is the pool record of each element and the reference one record of LFIX words per
-// element on TapeFile NT12; in a disk job both are files (element_files.h). KSTIF and the word of the type's stiffness
-// pass belong to the element and to neither generation.
+// element on TapeFile NT12; in a disk job both are files (element_files.h). KSTIF, the word of the type's stiffness
+// pass and the loads of the sea belong to the element and to neither generation.
 //
 // In core a state update only marks that NT12 is to become what the records are; the next determination writes it, when
 // it has each record in hand anyway.
@@ -53,15 +53,14 @@ void write_generations() {
   });
 }
 
-/// Core: both generations back from NT15, the words of the stiffness pass as they are.
+/// Core: both generations back from NT15, the words of the stiffness pass and of the sea as they are.
 void read_generations() {
   FILE(units.NT15, "REWI");
   FILE(units.NT12, "REWI");
   for_each_element(Pass::reading, [](const ElementType& type, Word* record, int) {
     if (!generations.kept_alike) FILE(units.NT12, "WRIT", group.LFIX, next_record(units.NT15).data());
-    const StiffnessWords kept = stiffness_words(type, record);
-    FILE(units.NT15, "READ", group.LFIX, record);
-    put_stiffness_words(type, kept, record);
+    load_state(type, next_record(units.NT15).data(), record);
+    copy_words(record, record_words(), group.LFIX);
   });
   generations.reference_due = generations.kept_alike;
 }

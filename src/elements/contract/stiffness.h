@@ -43,6 +43,7 @@ inline bool damping_is_due(int KFORM) { return KFORM == 1 && integration.NEWCON 
 template <class Add>
 void form_element_matrices(int KFORM, bool reset, int NELCHK, Add&& add) {
   for_each_element(Pass::stiffness, [&](const ElementType& type, Word* record, int running) {
+    if (type.operations.stiffness == nullptr) return;
     if (!reset && (running > NELCHK || (record[1] == 0 && !damping_is_due(KFORM)))) return;
     const MatrixForm form = form_current_matrix(type, record, KFORM, reset);
     add(ElementMatrix{group.NDOF, form == MatrixForm::packed, location_vector(), element.EMAT.data()});

@@ -29,7 +29,8 @@ struct ElementOperations {
   void (*dynamic)(double c1, double c2) = nullptr;
   /// EMAT, symmetric, in global directions: the change since the last delivery, or the whole matrix when `reset`; keeps
   /// what was delivered in the tail and clears KSTIF (STIF). With KFORM of at least 1 (a dynamic analysis) the matrix
-  /// is c1 K0 + (1+c2) Kt, else Kt. Returns the form in which EMAT stands.
+  /// is c1 K0 + (1+c2) Kt, else Kt. Returns the form in which EMAT stands. Null: the type has no stiffness; it then
+  /// leaves KSTIF at 0 and connects no equations.
   MatrixForm (*stiffness)(int KFORM, double c1, double c2, bool reset) = nullptr;
   /// Factor of EDISP up to the next change of stiffness (EVNT); null: the type has no events.
   ElementEvent (*event)() = nullptr;
@@ -40,6 +41,10 @@ struct ElementOperations {
   /// The extremes of the envelope become the values of the state as it stands, their times TIME of the work block;
   /// null: the type keeps no extremes.
   void (*restart_envelope)() = nullptr;
+  /// Nodal loads of waves and dynamic current at `time` (with load lines when asked for): ERES, in global directions,
+  /// of the motion in EDISP (total displacements), EVEL, EACC; keeps them in its words of the sea. Null: water does not
+  /// act on the type.
+  void (*sea)(double time, bool lines) = nullptr;
 };
 
 struct ElementType {
@@ -55,6 +60,10 @@ struct ElementType {
   /// Nodes that an element enters into the graph of node renumbering: the first different ones of its LM, so many at
   /// most; 0: its nodes count as unconnected there.
   int graph_nodes;
+  /// Words (first, from 1, and count) of the first portion that belong to the pass of the sea: the loads of the present
+  /// time. Neither a state update nor a determination from the reference takes them back. Count 0: none.
+  int sea_word;
+  int sea_words;
   ElementOperations operations;
 
   bool available() const { return operations.input != nullptr; }

@@ -78,12 +78,18 @@ inline void put_stiffness_words(const ElementType& type, const StiffnessWords& k
   if (type.stiffness_word > 0) record[type.stiffness_word - 1] = kept.other;
 }
 
-/// The work block gets the record with the first portion of another state; the tail and the words of the stiffness
-/// pass, which belong to no state, as they stand in the record.
+/// Copies the words of the sea from one first portion to another.
+inline void copy_sea_words(const ElementType& type, Word* to, const Word* from) {
+  if (type.sea_words > 0) copy_words(to + type.sea_word - 1, from + type.sea_word - 1, type.sea_words);
+}
+
+/// The work block gets the record with the first portion of another state; the tail, the words of the stiffness pass
+/// and those of the sea, which belong to no state, as they stand in the record.
 inline void load_state(const ElementType& type, const Word* first_portion, const Word* record) {
   copy_words(record_words(), first_portion, group.LFIX);
   copy_words(record_words() + group.LFIX, record + group.LFIX, group.LEI - group.LFIX);
   put_stiffness_words(type, stiffness_words(type, record), record_words());
+  copy_sea_words(type, record_words(), record);
 }
 
 }  // namespace tidearc

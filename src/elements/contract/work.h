@@ -37,6 +37,7 @@ struct WorkBlock {
   std::array<double, most_freedoms * most_freedoms> EMAT{};  ///< element matrix, NDOF by NDOF, column by column
   double TIME = 0.0;  ///< time that goes with envelope extremes (ETIME; that is a macro of C)  [s]
   int IGRP = 0;       ///< running number of the current group                      [-]
+  int KPRINT = 1;     ///< print code of a result pass: 1 the report, -1 the load file  [-]
 };
 inline WorkBlock element;
 static_assert(std::is_trivially_copyable_v<WorkBlock>);

@@ -26,8 +26,9 @@ struct TrussProperties {
   TrussGroupCard counts;
   TrussMaterial* materials;
   TrussSection* sections;
+  GeneralCoefficients* general;  ///< of each section; zero without load code 7
 };
-/// Carves both tables at the high-water mark (storage phase 4), reads and echoes all their cards. A number out of
+/// Carves the tables at the high-water mark (storage phase 4), reads and echoes all their cards. A number out of
 /// sequence ends the run. The caller puts the high-water mark back.
 TrussProperties read_truss_properties(const TrussGroupCard& counts);
 

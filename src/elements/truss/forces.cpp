@@ -11,6 +11,7 @@
 #include "elements/truss/matrix.h"
 #include "elements/truss/operations.h"
 #include "elements/truss/pressure.h"
+#include "elements/truss/sea.h"
 #include "run/layout.h"
 #include "solve/integration.h"
 
@@ -76,12 +77,14 @@ MatrixForm STIF01(int KFORM, double c1, double c2, bool reset) {
   const double K = KFORM >= 1 ? combined_stiffness(c1, initial_stiffness(truss), 1.0 + c2, Kt) : Kt;
   const std::span<double, 36> EMAT(element.EMAT.data(), 36);
   axial_matrix(K, truss.DIR, EMAT);
+  // Damping has no part in what follows, the weight of the step's end in a dynamic analysis has.
+  const double weight = KFORM >= 1 ? 1.0 - integration.AB : 1.0;
   if (truss.KGEOM != 0 && truss.XL > 0.0) {
     const double N = truss.F1 + truss.F2 + (1.0 - 2.0 * truss.PNU) * mean_end_pressure(truss);
-    // Its damping has no part in it, the weight of the step's end in a dynamic analysis has.
-    const double weight = KFORM >= 1 ? 1.0 - integration.AB : 1.0;
     add_geometric_matrix(weight * N / truss.XL, truss.DIR, EMAT);
   }
+  const WaterPlane plane = water_plane(truss);
+  if (plane.stiffness != 0.0) EMAT[7 * plane.freedom] += weight * plane.stiffness;
   deliver_change(truss_freedoms, reset, EMAT.data(), truss.tangent);
   truss.head.KSTIF = 0;
   truss.KLAST = truss.KYLD;

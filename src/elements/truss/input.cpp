@@ -12,6 +12,7 @@
 #include "elements/truss/geometry.h"
 #include "elements/truss/law.h"
 #include "elements/truss/operations.h"
+#include "elements/truss/sea.h"
 #include "model/nodes.h"
 #include "run/layout.h"
 #include "run/stops.h"
@@ -56,6 +57,7 @@ TrussRecord& start_record(const GroupInput& input, const TrussCard& card) {
   truss.NGAUSS = input.properties.counts.NGAUSS;
   truss.material = input.properties.materials[card.MAT - 1];
   truss.section = input.properties.sections[card.SEC - 1];
+  truss.general = input.properties.general[card.SEC - 1];
   truss.PNU = truss.material.poisson;
   std::ranges::copy(card.curve, truss.CURVE);
   return truss;
@@ -113,6 +115,7 @@ void finish_record(GroupInput& input, const TrussCard& card, TrussRecord& truss)
   form_location_vector(ends, 3, truss.head.LM);
   lower_column_heights(truss.head.LM, truss_freedoms);
   add_mass_and_weight(truss);
+  take_still_water(truss);
 }
 
 double distance_of(const TrussCard& card) {

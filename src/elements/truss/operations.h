@@ -14,5 +14,6 @@ ElementEvent EVNT01();
 void ENVO01();
 void PRNT01();
 void RENV01();
+void SEAL01(double time, bool lines);
 
 }  // namespace tidearc

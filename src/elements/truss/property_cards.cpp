@@ -5,6 +5,7 @@
 
 #include "elements/contract/group.h"
 #include "elements/contract/input.h"
+#include "elements/contract/water_input.h"
 #include "elements/truss/cards.h"
 #include "run/layout.h"
 #include "run/stops.h"
@@ -17,6 +18,7 @@ namespace {
 constexpr int input_phase = 4;
 constexpr int material_words = words(sizeof(TrussMaterial));
 constexpr int section_words = words(sizeof(TrussSection));
+constexpr int general_words = words(sizeof(GeneralCoefficients));
 
 [[noreturn]] void stop_too_many(const std::string& what, int count) {
   const std::string sentence = "MAXIMUM ALLOWABLE NUMBER OF " + what + " TYPES IS ";
@@ -58,12 +60,14 @@ void echo_material(int number, const TrussMaterial& m) {
         m.ductility);
 }
 
-void read_section(int expected, TrussSection& s) {
+void read_section(int expected, TrussSection& s, GeneralCoefficients& general) {
   int number = 0;
   read(units.NDIN, "I5,10F10.0", number, s.area, s.thickness, s.inside_diameter, s.water_diameter, s.CD, s.CM, s.CKM,
        s.longitudinal_CD, s.growth_weight, s.buoyant_diameter);
   if (number != expected) stop_not_sequential("SECTION", number, expected);
   read(units.NDIN, "4F10.0,2I5", s.CTV, s.CTD, s.CAM, s.CAD, s.ICA, s.JCA);
+  general = {};
+  if (has_general_table(s.ICA)) read_general_table(general);
 }
 
 void echo_section_heading() {
@@ -86,6 +90,8 @@ void echo_morison(const TrussProperties& group_properties) {
     const TrussSection& s = group_properties.sections[k - 1];
     write(units.NDOUT, "I5,1P,4E12.4,2I7", k, s.CTV, s.CTD, s.CAM, s.CAD, s.ICA, s.JCA);
   }
+  echo_general_tables(group_properties.counts.NSEC, group_properties.general,
+                      [&](int k) { return group_properties.sections[k].ICA; });
 }
 
 /// The first field of a tube is its diameter; the wall makes it an area.
@@ -121,7 +127,8 @@ TrussGroupCard read_truss_group_card() {
 
 TrussProperties read_truss_properties(const TrussGroupCard& counts) {
   TrussProperties properties{counts, carve<TrussMaterial>(counts.NMAT, material_words),
-                             carve<TrussSection>(counts.NSEC, section_words)};
+                             carve<TrussSection>(counts.NSEC, section_words),
+                             carve<GeneralCoefficients>(counts.NSEC, general_words)};
   echo_material_heading();
   for (int k = 1; k <= counts.NMAT; ++k) {
     read_material(k, properties.materials[k - 1]);
@@ -129,7 +136,7 @@ TrussProperties read_truss_properties(const TrussGroupCard& counts) {
   }
   echo_section_heading();
   for (int k = 1; k <= counts.NSEC; ++k) {
-    read_section(k, properties.sections[k - 1]);
+    read_section(k, properties.sections[k - 1], properties.general[k - 1]);
     echo_section(k, properties.sections[k - 1]);
   }
   echo_morison(properties);

@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "elements/contract/work.h"
+#include "sea/members/member.h"
 
 namespace tidearc {
 
@@ -48,12 +49,12 @@ struct TrussSection {
   double thickness;           ///< wall thickness                                          [length]
   double inside_diameter;     ///< of the contained fluid                                  [length]
   double water_diameter;      ///< that the water sees                                     [length]
-  double CD, CM, CKM;         ///< drag, inertia and Keulegan coefficients of waves        [-]
+  double CD, CM, CKM;         ///< drag, inertia and added mass coefficients of waves      [-]
   double longitudinal_CD;     ///< drag along the member                                   [-]
   double growth_weight;       ///< weight of marine growth per length                      [force/length]
   double buoyant_diameter;    ///< of buoyancy                                             [length]
   double CTV, CTD, CAM, CAD;  ///< coefficients of the extended wave force equation     [-]
-  int ICA, JCA;
+  int ICA, JCA;               ///< load code, and the second code beside it
 };
 
 /// The record of 358 words. Directions, forces and coordinates are in master axes.
@@ -78,25 +79,26 @@ struct TrussRecord {
   double PLPOS, PLNEG;    ///< accumulated plastic extension in tension and in compression (negative)  [length]
   double PLBUCK;          ///< plastic shortening of a buckled strut not yet taken up       [length]
   double FMAX, FMIN;      ///< largest and smallest reported force                          [force]
-  double TFMAX, TFMIN, TEMAX, TEMIN;    ///< their times, and those of EXTMAX and EXTMIN     [s]
-  double ROT[9];                        ///< local axes for wave loading, column by column                [-]
-  double CURVE[2 * curve_pairs];        ///< deformation and force ratios, pair by pair          [-]
-  double DUCTL;                         ///< failure extension, 0 never fails                             [length]
-  int KFAIL;                            ///< 1 after failure
-  int KLAST;                            ///< KYLD when the stiffness was last formed; belongs to the stiffness pass
-  double DY;                            ///< yield extension                                              [length]
-  double FREP;                          ///< reported axial force of the last state                       [force]
-  double UE[6];                         ///< displacements of the ends                                    [length]
-  double FWAVE[6], FCURR[6], FBUOY[6];  ///< nodal forces of waves, current and buoyancy: zero until the sea stands
-  int MAT, SEC;                         ///< material and section numbers
-  int KCAT;                             ///< catenary number of the card
-  int KWAVE;                            ///< wave integration points of the card
-  int KBUOY;                            ///< buoyancy code
-  int NGAUSS;                           ///< wave integration points of the group
+  double TFMAX, TFMIN, TEMAX, TEMIN;  ///< their times, and those of EXTMAX and EXTMIN     [s]
+  double ROT[9];                      ///< local axes for wave loading, column by column                [-]
+  double CURVE[2 * curve_pairs];      ///< deformation and force ratios, pair by pair          [-]
+  double DUCTL;                       ///< failure extension, 0 never fails                             [length]
+  int KFAIL;                          ///< 1 after failure
+  int KLAST;                          ///< KYLD when the stiffness was last formed; belongs to the stiffness pass
+  double DY;                          ///< yield extension                                              [length]
+  double FREP;                        ///< reported axial force of the last state                       [force]
+  double UE[6];                       ///< displacements of the ends                                    [length]
+  /// Nodal forces, master components: of waves at the present time; of static current and buoyancy at factor 1.
+  double FWAVE[6], FCURR[6], FBUOY[6];
+  int MAT, SEC;  ///< material and section numbers
+  int KCAT;      ///< catenary number of the card
+  int KWAVE;     ///< wave integration points of the card
+  int KBUOY;     ///< buoyancy code
+  int NGAUSS;    ///< wave integration points of the group
   TrussMaterial material;
   TrussSection section;
-  double FCURVE;  ///< yield force of the curve's ratios, A fyt, or E A / L without yield stress  [force]
-  int spare[50];  ///< up to the length of the first portion
+  double FCURVE;                ///< yield force of the curve's ratios, A fyt, or E A / L without yield stress  [force]
+  GeneralCoefficients general;  ///< general drag and lift of a section with load code 7
   double
       tangent[truss_freedoms * (truss_freedoms + 1) / 2];  ///< matrix that has been delivered, upper triangle by rows
   double auxiliary;
@@ -108,5 +110,7 @@ static_assert(offsetof(TrussRecord, SK1) == bytes_of_words(14));
 
 /// Word (from 1) at which KLAST stands.
 inline constexpr int truss_KLAST_word = words(offsetof(TrussRecord, KLAST)) + 1;
+/// Word (from 1) at which FWAVE begins.
+inline constexpr int truss_sea_word = words(offsetof(TrussRecord, FWAVE)) + 1;
 
 }  // namespace tidearc

@@ -33,6 +33,7 @@ void print_envelope_heading() {
 }  // namespace
 
 void PRNT01() {
+  if (element.KPRINT < 0) return;  // the load file takes beams alone
   const TrussRecord& truss = current_record<TrussRecord>();
   if (first_of_group(truss)) print_result_heading();
   write(units.NDOUT, "I5,2I8,I5,4(1X,E16.5)", truss.head.number, truss.NODEI, truss.NODEJ, truss.KYLD, truss.FREP,

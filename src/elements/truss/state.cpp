@@ -8,6 +8,7 @@
 #include "elements/truss/geometry.h"
 #include "elements/truss/operations.h"
 #include "elements/truss/pressure.h"
+#include "elements/truss/sea.h"
 #include "solve/arrays.h"
 
 namespace tidearc {
@@ -116,7 +117,8 @@ void SDET01() {
   const int code = truss.KYLD;
   follow_law(truss, dE);
   truss.EXT += dE;
-  truss.FREP = truss.F1 + truss.F2 - 2.0 * fluid_factor * truss.PNU * mean_end_pressure(truss);
+  truss.FREP =
+      truss.F1 + truss.F2 - axial_part_of_sea(truss) - 2.0 * fluid_factor * truss.PNU * mean_end_pressure(truss);
   update_envelope(truss);
   fail_if_stretched_too_far(truss, dE);
   if (truss.KYLD != code) log_change(truss);
