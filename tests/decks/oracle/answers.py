@@ -13,6 +13,14 @@ import catenary
 import jacket
 import jacket_push
 import motions
+import sea_cases
+import sea_decks
+import sea_jacket
+import sea_members
+import sea_piles
+import sea_push
+import sea_states
+import sea_waves
 import shaken
 import structures
 import yielding
@@ -439,7 +447,9 @@ DECKS = [tripod, tower25, tower72, threebar_yield, threebar_cyclic, threebar_col
          strut_buckling, ductility_failure, multilinear_spring, threebar_events, moving_supports, restep_limit,
          fewer_factorisations, disk_blocks, unsymmetric, renumbered, skew_supports, identical_displacements,
          prescribed_displacements, pressure_pattern, follower_force, surface_pressure, self_weight, initial_force, restep,
-         several_problems, catenary_options, *beams.DECKS, *beam_paths.DECKS, *jacket.DECKS, jacket_push.jacket_push, *motions.DECKS, *shaken.DECKS, *yielding.DECKS]
+         several_problems, catenary_options, *beams.DECKS, *beam_paths.DECKS, *jacket.DECKS, jacket_push.jacket_push, *motions.DECKS, *shaken.DECKS, *yielding.DECKS,
+         sea_piles.pile_wave, *sea_waves.DECKS, *sea_states.DECKS, *sea_jacket.DECKS, *sea_cases.DECKS, *sea_push.DECKS,
+         *sea_members.DECKS, *sea_decks.DECKS]
 
 
 def main():
