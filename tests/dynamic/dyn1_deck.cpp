@@ -1,5 +1,6 @@
 #include "dyn1_deck.h"
 
+#include <cmath>
 #include <cstdio>
 #include <exception>
 #include <optional>
@@ -87,7 +88,10 @@ std::vector<Dyn1Line> lines_on(const std::string& progress) {
         return -1.0E300;  // too wide for its field
       }
     };
-    const auto whole = [&](std::size_t last, std::size_t width) { return static_cast<int>(real(last, width)); };
+    const auto whole = [&](std::size_t last, std::size_t width) {
+      const double value = real(last, width);
+      return std::abs(value) < 1.0E9 ? static_cast<int>(value) : -1;
+    };
     if (real(31, 9) == -1.0E300) continue;
     lines.push_back({whole(1, 1),  whole(8, 7),  whole(11, 3), whole(16, 5),  whole(21, 5),  real(31, 9), real(39, 7),
                      real(48, 8),  real(57, 8),  real(66, 8),  real(75, 8),   real(85, 9),   real(94, 8), real(103, 8),

@@ -256,7 +256,7 @@ TEST(Driver, TheSameProcessCanRunADeckAgainAndPrintsTheSame) {
 }
 
 TEST(DriverDeathTest, APoolThatTheMachineCannotGiveIsToldAndClosedDown) {
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(TIDEARC_SANITIZED)
   GTEST_SKIP() << "the address sanitizer ends the process itself when memory runs out";
 #endif
   ProcessRun process(bar_without_macros().text());
