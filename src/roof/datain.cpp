@@ -33,6 +33,7 @@
 #include "run/workpool.h"
 #include "sea/field.h"
 #include "sea/grid.h"
+#include "sea/members/member.h"
 #include "sea/sea_factors.h"
 #include "sea/wave_constants.h"
 #include "sea/wave_state.h"
@@ -75,6 +76,7 @@ void forget_sea() {
   current_now = {};
   grid_wave = {};
   sea_factors = {};
+  load_files.last_time = -ONE;  // the load files go on, but no time of a problem is one of the problem before
 }
 
 /// What the problem before left behind and this one must not see.
