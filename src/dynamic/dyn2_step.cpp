@@ -98,7 +98,7 @@ StepOutcome take_constant_step(const ConstantSteps& job) {
   clear_increment();
   bool kept = false;
   if (job.ISLULT == 1) {  // loads alone: the structure stays where it is
-    if (bad_wave_equation() != 0) {
+    if (dynamics.bad_wave_equation != 0) {
       drop_step(kept, start_time);
       return StepOutcome::lost;
     }

@@ -19,10 +19,19 @@ namespace tidearc {
 
 namespace {
 
+/// The first equation whose wave load is not finite, the one of constrained components included; 0: none.
+int find_bad_equation() {
+  const Reals W = equation_vector(arrays.WAVE);
+  for (int e = 1; e <= NEQ1(); ++e)
+    if (!std::isfinite(W(e))) return e;
+  return 0;
+}
+
 void form_wave_load(bool lines) {
   CURNOW(response.TIME);
   if (dynamics.NS > 0) next_grid_group(dynamics.NS);
   form_wave_loads(response.TIME, lines, arrays.WAVE);
+  dynamics.bad_wave_equation = find_bad_equation();
   dynamics.wave_time = response.TIME;
   dynamics.wave_formed = true;
 }
@@ -33,6 +42,7 @@ bool waves_act() { return wave.IWTY != wave_none; }
 
 void begin_wave_loads(bool lines) {
   dynamics.wave_formed = false;
+  dynamics.bad_wave_equation = 0;
   load_files.wanted = lines;
   if (waves_act()) start_grid_steps();
 }
@@ -47,14 +57,6 @@ void add_wave_loads(double level, Reals P) {
 
 void return_wave_loads() {
   if (waves_act() && dynamics.wave_time != response.TIME) form_wave_load(false);
-}
-
-int bad_wave_equation() {
-  if (!waves_act()) return 0;
-  const Reals W = equation_vector(arrays.WAVE);
-  for (int e = 1; e <= NEQ1(); ++e)
-    if (!std::isfinite(W(e))) return e;
-  return 0;
 }
 
 }  // namespace tidearc

@@ -16,9 +16,6 @@ void add_wave_loads(double level, Reals P);
 /// A step has been dropped: TIME is that of the accepted state again, and so are the wave loads of the elements.
 void return_wave_loads();
 
-/// The first equation whose wave load is not finite, NEQ+1 for that of constrained components, 0 when all are finite.
-int bad_wave_equation();
-
 /// True when the deck has a wave or a moving current.
 bool waves_act();
 

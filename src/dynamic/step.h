@@ -52,6 +52,7 @@ struct DynamicBlock {
   bool moving_loads = false;  ///< some static load that acts depends on the displacements
   bool taken_over = true;     ///< no determination since the last state update
   bool wave_formed = false;   ///< arrays.WAVE holds the wave load of wave_time
+  int bad_wave_equation = 0;  ///< first one whose wave load at hand is not finite, NEQ+1 for constrained components
   double wave_time = 0.0;     ///< time of the wave loads at hand                             [s]
   Energies energy;
 };

@@ -4,7 +4,6 @@
 
 #include "dynamic/parts.h"
 #include "dynamic/scheme.h"
-#include "dynamic/sea_loads.h"
 #include "dynamic/step.h"
 #include "elements/contract/pass.h"
 #include "model/masses.h"
@@ -48,8 +47,7 @@ std::string place_of_wave_load(int equation) {
 /// Where the trial is not finite: the wave load of the step, which belongs to the state before it; its motion, since it
 /// spoils the forces; then an element, then an equation.
 std::string place_of_loss() {
-  const int loaded = bad_wave_equation();
-  if (loaded != 0) return place_of_wave_load(loaded);
+  if (dynamics.bad_wave_equation != 0) return place_of_wave_load(dynamics.bad_wave_equation);
   const int moved = first_bad_equation({arrays.U, arrays.VT, arrays.AT});
   if (moved != 0) return place_of_equation(moved);
   const ElementPlace element_place = first_bad_element();
@@ -78,7 +76,7 @@ void write_dynamic_top() {
 
 bool trial_is_finite() {
   return std::isfinite(response.RNORM) && first_bad_equation({arrays.U, arrays.VT, arrays.AT}) == 0 &&
-         bad_wave_equation() == 0;
+         dynamics.bad_wave_equation == 0;
 }
 
 void tell_lost_trial() {

@@ -58,16 +58,12 @@ void STKVEL(const Point& at, double time, double lower_current, MotionParts part
   add_current(h, eta, elevation, lower_current, parts, motion.velocity);
 }
 
-/// Bernoulli's equation in the frame of the crest. A celerity of this theory is relative to the water, so the current
-/// has no part in it.
+/// A celerity of this theory is relative to the water, so the current has no part in the velocity in the crest's frame.
 WavePressure STKPRS(double surface, const Point& at, double time) {
   if (is_above(at, surface)) return {};
   const double h = depth_of(elevation_of(at));
   const PlaneMotion motion = stokes_motion(wave_constants.stokes, wave.d - h, stokes_phase(time, along_wave(at)));
-  const double u = motion.u - wave.C;
-  const double dynamic =
-      ramp_factor(time) * wave.rho * wave.g * (wave.Q - (u * u + motion.w * motion.w) / (2.0 * wave.g));
-  return {static_pressure(h) + dynamic, dynamic};
+  return bernoulli_pressure(h, motion.u - wave.C, motion.w, time);
 }
 
 Point STKCUT(const Point& A, const Point& B, double time) { return surface_cut(STKETA, A, B, time); }

@@ -90,16 +90,12 @@ void SFNVEL(const Point& at, double time, double lower_current, MotionParts part
   add_current(h, eta, elevation, lower_current, parts, motion.velocity);
 }
 
-/// Bernoulli's equation in the frame of the crest. The celerity is that over the ground, so the current belongs to the
-/// velocity of the water in that frame.
+/// The celerity is that over the ground, so the current belongs to the velocity of the water in the crest's frame.
 WavePressure SFNPRS(double surface, const Point& at, double time) {
   if (is_above(at, surface)) return {};
   const double h = depth_of(elevation_of(at));
   const PlaneMotion motion = stream_motion(wave_constants.stream, wave.d - h, signed_phase(time, along_wave(at)));
-  const double u = motion.u - wave.C + surface_current();
-  const double dynamic =
-      ramp_factor(time) * wave.rho * wave.g * (wave.Q - (u * u + motion.w * motion.w) / (2.0 * wave.g));
-  return {static_pressure(h) + dynamic, dynamic};
+  return bernoulli_pressure(h, motion.u - wave.C + surface_current(), motion.w, time);
 }
 
 Point SFNCUT(const Point& A, const Point& B, double time) { return surface_cut(SFNETA, A, B, time); }

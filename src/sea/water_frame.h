@@ -31,6 +31,13 @@ inline double stretched_height(double s, double d, double eta) { return s * d / 
 /// Pressure of water at rest at depth h.
 inline double static_pressure(double h) { return wave.rho * wave.g * h; }
 
+/// Pressure at depth h by Bernoulli's equation in the frame of the crest, in which the water moves with u along the
+/// wave and w upward.
+inline WavePressure bernoulli_pressure(double h, double u, double w, double time) {
+  const double dynamic = ramp_factor(time) * wave.rho * wave.g * (wave.Q - (u * u + w * w) / (2.0 * wave.g));
+  return {static_pressure(h) + dynamic, dynamic};
+}
+
 /// A point above the surface has no pressure; one in it has.
 inline bool is_above(const Point& at, double surface) { return depth_of(elevation_of(at)) < depth_of(surface); }
 

@@ -16,6 +16,11 @@ struct PileDeck {
       "        6.        8.        1.        0.        0.        0.       50.        0.        0.\n"
       "        0.        0.        0.    0    0    0    0    0    0    0\n";
   std::string storage = " CORE SYMM         0";
+  /// Two cards of constrained nodes, one of identical displacements.
+  std::string supports =
+      "    1    011111    2\n"
+      "    3    111111\n"
+      "100000        1    2\n";
   std::string patterns, static_card = "";  ///< static loads
   std::string macros;
 

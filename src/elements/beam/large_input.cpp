@@ -96,7 +96,7 @@ void finish_record(const LargeInput& input, const LargeCard& card, const BeamPla
   add_mass_and_weight({card.NODEI, card.NODEJ, beam.XL, mass_per_length(beam.material, s.area, s.inside_diameter),
                        weight_per_length(beam.material, s.area, s.inside_diameter, s.water.growth_weight), beam.TELEM,
                        beam.ECC, input.counts.KFEM == 1});
-  take_still_water(in_sea(beam), beam.sea);
+  take_still_water(in_sea(beam), &beam.sea);
 }
 
 /// Echoes one element and writes its record. Nodes out of range leave a record without connections.

@@ -61,7 +61,7 @@ void finish_record(const LinearInput& input, const LinearCard& card, const Place
   add_mass_and_weight({card.NODEI, card.NODEJ, beam.XL, mass_per_length(m, s.area, s.inside_diameter),
                        weight_per_length(m, s.area, s.inside_diameter, s.water.growth_weight), beam.TELEM, beam.ECC,
                        input.counts.KFEM == 1});
-  take_still_water(in_sea(beam), beam.sea);
+  take_still_water(in_sea(beam), &beam.sea);
 }
 
 BeamPlace beam_place(const LinearInput& input, const LinearCard& card) {

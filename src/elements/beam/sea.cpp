@@ -81,16 +81,6 @@ std::array<Point, 2> end_translations(const BeamInSea& beam, const std::array<do
   return {Point{u[0], u[1], u[2]}, Point{u[6], u[7], u[8]}};
 }
 
-StillWaterLoads add_still_water(const BeamInSea& beam) {
-  const WaterSection section = water_section(beam);
-  const MemberPlace place = member_place(beam);
-  const StillWaterLoads loads = still_water_loads(section, beam.water.buoyant_diameter, beam.KBUOY, place);
-  add_to_pattern(patterns.KBUOYV, beam, loads.buoyancy);
-  add_to_pattern(patterns.KCURRV, beam, loads.current);
-  add_added_mass(section, place);
-  return loads;
-}
-
 /// Motion of the member's ends, of that of its nodes in the work block.
 MemberMotion motion_of_ends(const BeamInSea& beam) {
   return {end_translations(beam, element.EDISP), end_translations(beam, element.EVEL),
@@ -119,16 +109,6 @@ void load_linear_beam(const BeamInSea& beam, double time, bool lines, double (&F
   put_wave_loads(beam, load, FWAVE);
 }
 
-/// The loads of a record at the factors at which they act.
-Vector12 acting_loads(const BeamSea& sea) {
-  Vector12 loads;
-  for (std::size_t i = 0; i < loads.size(); ++i) {
-    loads[i] =
-        sea_factors.wave * sea.FWAVE[i] + sea_factors.buoyancy * sea.FBUOY[i] + sea_factors.current * sea.FCURR[i];
-  }
-  return loads;
-}
-
 /// Where nothing acts the internal forces keep every bit.
 bool sea_acts() { return sea_factors.wave != 0.0 || sea_factors.buoyancy != 0.0 || sea_factors.current != 0.0; }
 
@@ -141,22 +121,27 @@ Vector12 less(std::span<const double, 12> internal, const Vector12& loads) {
 }  // namespace
 
 std::array<double, 12> reported_forces(std::span<const double, 12> internal, const BeamSea& sea) {
-  return less(internal, sea_acts() ? acting_loads(sea) : Vector12{});
+  return less(internal, sea_acts() ? acting_loads(sea.FWAVE, sea.FBUOY, sea.FCURR) : Vector12{});
 }
 
 std::array<double, 12> reported_forces(std::span<const double, 12> internal, const BeamSea& sea,
                                        std::span<const double, 9> axes) {
   Vector12 local{};
-  if (sea_acts()) to_member_axes(axes, acting_loads(sea), local);
+  if (sea_acts()) to_member_axes(axes, acting_loads(sea.FWAVE, sea.FBUOY, sea.FCURR), local);
   return less(internal, local);
 }
 
-void take_still_water(const BeamInSea& beam, BeamSea& kept) {
-  const StillWaterLoads loads = add_still_water(beam);
-  keep(beam, loads.buoyancy, kept.FBUOY);
-  keep(beam, loads.current, kept.FCURR);
+void take_still_water(const BeamInSea& beam, BeamSea* kept) {
+  const WaterSection section = water_section(beam);
+  const MemberPlace place = member_place(beam);
+  const StillWaterLoads loads = still_water_loads(section, beam.water.buoyant_diameter, beam.KBUOY, place);
+  add_to_pattern(patterns.KBUOYV, beam, loads.buoyancy);
+  add_to_pattern(patterns.KCURRV, beam, loads.current);
+  add_added_mass(section, place);
+  if (kept == nullptr) return;
+  keep(beam, loads.buoyancy, kept->FBUOY);
+  keep(beam, loads.current, kept->FCURR);
 }
-void take_still_water(const BeamInSea& beam) { add_still_water(beam); }
 
 void SEAL03(double time, bool lines) {
   LinearBeamRecord& beam = current_record<LinearBeamRecord>();

@@ -34,10 +34,9 @@ inline BeamInSea in_sea(const LinearBeamRecord& beam) { return in_sea(beam, beam
 inline BeamInSea in_sea(const WaveBeamRecord& beam) { return in_sea(beam, beam.water, beam.NGAUSS); }
 inline BeamInSea in_sea(const LargeBeam& beam) { return in_sea(beam, beam.section.water, beam.NSUB, true); }
 
-/// At input: loads of buoyancy and static current into their pattern vectors and, with `kept`, into the record, added
-/// mass into the masses.
-void take_still_water(const BeamInSea& beam, BeamSea& kept);
-void take_still_water(const BeamInSea& beam);
+/// At input: loads of buoyancy and static current into their pattern vectors and into `kept` of the record (null where
+/// it keeps none), added mass into the masses.
+void take_still_water(const BeamInSea& beam, BeamSea* kept);
 
 /// End forces as reports tell them, local axes: the internal ones less the equivalent loads of the sea at the factors
 /// at which they act, so that the ends stand in equilibrium with what the member carries. `sea` in local axes.

@@ -25,14 +25,7 @@ void finish_record(const LinearInput& input, const LinearCard& card, const Place
   add_mass_and_weight({card.NODEI, card.NODEJ, beam.XL, 0.0,
                        weight_per_length(input.material(card), s.area, s.inside_diameter, s.water.growth_weight),
                        beam.TELEM, beam.ECC, input.counts.KFEM == 1});
-  take_still_water(in_sea(beam));
-}
-
-/// The wave loads at the factor at which they act.
-std::array<double, beam_freedoms> acting_loads(const WaveBeamRecord& beam) {
-  std::array<double, beam_freedoms> loads;
-  for (std::size_t i = 0; i < beam_freedoms; ++i) loads[i] = sea_factors.wave * beam.FWAVE[i];
-  return loads;
+  take_still_water(in_sea(beam), nullptr);
 }
 
 }  // namespace
@@ -41,12 +34,12 @@ void INEL07() { read_linear_group({start_record, finish_record}); }
 
 void SDET07() {
   WaveBeamRecord& beam = current_record<WaveBeamRecord>();
-  update_extremes(acting_loads(beam), element.TIME, beam.loads);
+  update_extremes(acting_loads(beam.FWAVE), element.TIME, beam.loads);
 }
 
 void RENV07() {
   WaveBeamRecord& beam = current_record<WaveBeamRecord>();
-  restart_extremes(acting_loads(beam), element.TIME, beam.loads);
+  restart_extremes(acting_loads(beam.FWAVE), element.TIME, beam.loads);
 }
 
 void RESP07() {

@@ -77,12 +77,7 @@ void take_still_water(TrussRecord& truss) {
 }
 
 double axial_part_of_sea(const TrussRecord& truss) {
-  double load[truss_freedoms];
-  for (std::size_t i = 0; i < truss_freedoms; ++i) {
-    load[i] = sea_factors.wave * truss.FWAVE[i] + sea_factors.buoyancy * truss.FBUOY[i] +
-              sea_factors.current * truss.FCURR[i];
-  }
-  return 0.5 * extension(truss.DIR, load);
+  return 0.5 * extension(truss.DIR, acting_loads(truss.FWAVE, truss.FBUOY, truss.FCURR).data());
 }
 
 WaterPlane water_plane(const TrussRecord& truss) {

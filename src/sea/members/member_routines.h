@@ -11,8 +11,7 @@ namespace tidearc {
 /// segments.
 /// @param lines  writes the load lines of the member
 /// @param load   equivalent loads are added, the correction of added mass over the wet part included; not a number
-/// under
-///               a surface that is not finite
+///               under a surface that is not finite
 void member_waves(const WaveFamily& family, WaveMember& member, double time, bool lines, MemberLoad& load);
 
 inline void WLAIRY(WaveMember& member, double time, bool lines, MemberLoad& load) {
