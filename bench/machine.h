@@ -79,27 +79,41 @@ __attribute__((target("avx2"), noinline)) inline double sum_avx2(const double* p
   for (; n > 0; --n) total += *p++;
   return total;
 }
-// With eight accumulators, as fast as the memory gives them.
-__attribute__((target("avx512f"), noinline)) inline double sum_avx512(const double* p, std::size_t n) {
-  __m512d s[8];
-  for (__m512d& x : s) x = _mm512_setzero_pd();
-  for (; n >= 64; n -= 64, p += 64) {
-#pragma GCC unroll 8
-    for (int k = 0; k < 8; ++k) s[k] = _mm512_add_pd(s[k], _mm512_loadu_pd(p + 8 * k));
+// Reads an array up and down again as fast as the memory gives it: from four adjacent pages in turn, one number of
+// each cache line.
+__attribute__((target("avx2"), noinline)) inline double up_and_down_avx2(const double* p, std::size_t n) {
+  constexpr std::size_t page = 512, pages = 4, block = pages * page;
+  __m256d s[4] = {};
+  const auto add_line = [&](std::size_t i, std::size_t k) __attribute__((target("avx2"), always_inline)) {
+#pragma GCC unroll 4
+    for (std::size_t j = 0; j < pages; ++j) s[j] = _mm256_add_pd(s[j], _mm256_loadu_pd(p + i + j * page + k));
+  };
+  const std::size_t blocks = n / block;
+  for (std::size_t i = 0; i < blocks * block; i += block) {
+    for (std::size_t k = 0; k < page; k += 8) add_line(i, k);
   }
-  double lanes[8], total = 0.0;
-  for (const __m512d& x : s) {
-    _mm512_storeu_pd(lanes, x);
-    for (const double y : lanes) total += y;
+  for (std::size_t i = blocks * block; i > 0; i -= block) {
+    for (std::size_t k = page; k > 0; k -= 8) add_line(i - block, k - 8);
   }
-  for (; n > 0; --n) total += *p++;
-  return total;
+  double lanes[4];
+  _mm256_storeu_pd(lanes, _mm256_add_pd(_mm256_add_pd(s[0], s[1]), _mm256_add_pd(s[2], s[3])));
+  return lanes[0] + lanes[1] + lanes[2] + lanes[3];
 }
 #endif
 
 inline bool uses(const char* table) { return std::strcmp(kernels->name, table) == 0; }
 
-inline double sum_plain(const double* p, std::size_t n) {
+/// One read of an array: the plain loop that adds its values, one sum in order as all sums of this program are.
+__attribute__((noinline)) inline double sum_in_order(const double* p, std::size_t n) {
+  double s = 0.0;
+  for (std::size_t i = 0; i < n; ++i) s += p[i];
+  return s;
+}
+/// The same re-associated, four sums side by side: what a compiler makes of the loop that may do so.
+inline double sum_in_lanes(const double* p, std::size_t n) {
+#if defined(__x86_64__)
+  if (uses("AVX-512") || uses("AVX2")) return sum_avx2(p, n);
+#endif
   double s[4] = {};
   for (; n >= 4; n -= 4, p += 4) {
     for (int k = 0; k < 4; ++k) s[k] += p[k];
@@ -107,20 +121,15 @@ inline double sum_plain(const double* p, std::size_t n) {
   for (; n > 0; --n) s[0] += *p++;
   return s[0] + s[1] + s[2] + s[3];
 }
-
-/// One read of an array: the plain vectorised sum of its values.
-inline double sum_of(const double* p, std::size_t n) {
+/// What no solution goes below: its two passes over the array without any arithmetic.
+inline double up_and_down(const double* p, std::size_t n) {
 #if defined(__x86_64__)
-  if (uses("AVX-512") || uses("AVX2")) return sum_avx2(p, n);
+  if (uses("AVX-512") || uses("AVX2")) return up_and_down_avx2(p, n);
 #endif
-  return sum_plain(p, n);
-}
-/// The same with the widest vectors and more accumulators than latency asks for.
-inline double fastest_sum_of(const double* p, std::size_t n) {
-#if defined(__x86_64__)
-  if (uses("AVX-512")) return sum_avx512(p, n);
-#endif
-  return sum_of(p, n);
+  double s = 0.0;
+  for (std::size_t i = 0; i < n; i += 8) s += p[i];
+  for (std::size_t i = n; i > 8; i -= 8) s += p[i - 1];
+  return s;
 }
 
 /// Multiply-adds a second of this core with the vectors that the solver uses.

@@ -91,7 +91,7 @@ void read_constraints() {
 }
 
 /// Ties the slaves of a command to its first node.
-void tie(const TieCard& card, std::span<const int> list) {
+void tie_nodes(const TieCard& card, std::span<const int> list) {
   if (list.empty()) return;
   const int master = list[0];
   Columns where{11, 15};
@@ -118,7 +118,7 @@ void read_ties() {
     read(units.NDIN, "6I1,4X,14I5", card.code, card.list);
     const std::span<const int> list = leading(card.list);
     write(units.NDOUT, "5X,6I3,8X,14I5", card.code, list);
-    tie(card, list);
+    tie_nodes(card, list);
   }
 }
 

@@ -15,18 +15,15 @@ struct Taken {
 
 // r(i) -= x[n] * column[n][i] for rows from..end-1, in eights that begin where those of every other node begin: what
 // one has stored as a whole the next can load as a whole. Rows beside them in the same eights are stored as they stand.
+// From the last row up: the nodes that follow wait for the rows next to this one first.
 template <int N>
 void take_rows(const Taken<N>& taken, double* r, long from, long end, Ahead<-1>& ahead) {
   if (from >= end) return;
   Lanes factor[N];
 #pragma GCC unroll 12
   for (int n = 0; n < N; ++n) factor[n] = broadcast(-taken.x[n]);
-  const auto fetch = [&] {
-#pragma GCC unroll 4
-    for (int k = 0; k < N; k += 3) ahead.fetch();
-  };
   const auto take_some = [&](long i) {
-    fetch();
+    ahead.fetch<(N + 2) / 3>();
     const Rows rows(static_cast<int>(from - i), static_cast<int>(end - i));
     const Lanes old = load(r + i);
     Lanes v = old;
@@ -34,12 +31,12 @@ void take_rows(const Taken<N>& taken, double* r, long from, long end, Ahead<-1>&
     for (int n = 0; n < N; ++n) v = fused(factor[n], load_rows(taken.column[n] + i, rows), v);
     store(r + i, keep_rows(old, v, rows));
   };
-  const long last = ((end - 2) & -group_lanes) + 1;
-  long i = ((from - 1) & -group_lanes) + 1;
+  const long first = ((from - 1) & -group_lanes) + 1;
+  long i = ((end - 2) & -group_lanes) + 1;
   take_some(i);
-  if (i == last) return;
-  for (i += group_lanes; i < last; i += group_lanes) {
-    fetch();
+  if (i == first) return;
+  for (i -= group_lanes; i > first; i -= group_lanes) {
+    ahead.fetch<(N + 2) / 3>();
     Lanes v = load(r + i);
 #pragma GCC unroll 12
     for (int n = 0; n < N; ++n) v = fused(factor[n], load(taken.column[n] + i), v);
@@ -112,29 +109,6 @@ void back_with_gaps(const ProfileColumns& K, const Node& a, double* r) {
   }
 }
 
-void backward_of(const ProfileColumns& K, int r1, int r2, double* r) {
-  Node a, b;
-  Ahead<-1> ahead(K.values + K.IDIAG[r2], K.values + K.IDIAG[r1]);
-  for (long c = r2; c >= r1; c = b.first - 1) {
-    node_to(b, K, c, r1);
-    ahead.now_at(K.values + K.IDIAG[c], K.values + K.IDIAG[b.first]);
-    if (!all_free(K, b) || b.first + group_lanes > r2 + 2) {  // eights of rows must not end behind the last one
-      back_with_gaps(K, b, r);
-      continue;
-    }
-    if (b.count == strip_rows && b.first > r1) {
-      node_to(a, K, b.first - 1, r1);
-      if (a.count == strip_rows && b.top <= a.first && all_free(K, a)) {
-        ahead.now_at(K.values + K.IDIAG[c], K.values + K.IDIAG[a.first]);
-        back_two(a, b, r, ahead);
-        b.first = a.first;
-        continue;
-      }
-    }
-    with_columns(b.count, [&]<int N>(Columns<N>) { back_one<N>(b, r, ahead); });
-  }
-}
-
 // x(i) /= the diagonal of column i.
 void divide_by_diagonal_of(const ProfileColumns& K, int r1, int r2, double* x) {
   long i = r1;
@@ -145,4 +119,48 @@ void divide_by_diagonal_of(const ProfileColumns& K, int r1, int r2, double* x) {
     store(x + i, quotient(load(x + i), load(d)));
   }
   for (; i <= r2; ++i) x[i] /= K.values[K.IDIAG[i]];
+}
+
+// How far the division by the pivots has come, from the last row up and ahead of the columns that subtract from its
+// rows: it runs beside their work. Pivots, one in a column, are fetched before they are asked for.
+struct Division {
+  static constexpr long lead = 3 * group_lanes, fetched = 6 * group_lanes;
+  long first;
+  long done;  // rows from here on are divided
+
+  // Rows from `top` on are about to be subtracted from.
+  void reach(const ProfileColumns& K, long top, double* r) {
+    if (top >= done || done <= first) return;
+    const long from = larger(first, ((top - lead - 1) & -group_lanes) + 1);
+    for (long i = larger(from - fetched, first); i < from; ++i) __builtin_prefetch(K.values + K.IDIAG[i], 0, 2);
+    divide_by_diagonal_of(K, static_cast<int>(from), static_cast<int>(done - 1), r);
+    done = from;
+  }
+};
+
+void backward_of(const ProfileColumns& K, int r1, int r2, int f, double* r) {
+  Node a, b;
+  Ahead<-1> ahead(K.values + K.IDIAG[r2], K.values + K.IDIAG[r1]);
+  Division division{f, r2 + 1L};
+  for (long c = r2; c >= r1; c = b.first - 1) {
+    node_to(b, K, c, r1);
+    ahead.now_at(K.values + K.IDIAG[c], K.values + K.IDIAG[b.first]);
+    division.reach(K, b.top, r);
+    if (!all_free(K, b) || b.first + group_lanes > r2 + 2) {  // eights of rows must not end behind the last one
+      back_with_gaps(K, b, r);
+      continue;
+    }
+    if (b.count == strip_rows && b.first > r1) {
+      node_to(a, K, b.first - 1, r1);
+      if (a.count == strip_rows && b.top <= a.first && all_free(K, a)) {
+        ahead.now_at(K.values + K.IDIAG[c], K.values + K.IDIAG[a.first]);
+        division.reach(K, a.top, r);
+        back_two(a, b, r, ahead);
+        b.first = a.first;
+        continue;
+      }
+    }
+    with_columns(b.count, [&]<int N>(Columns<N>) { back_one<N>(b, r, ahead); });
+  }
+  division.reach(K, f, r);
 }

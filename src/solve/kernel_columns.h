@@ -64,30 +64,46 @@ void for_free_rows(const ProfileColumns& K, long r1, long r2, Act&& act) {
   }
 }
 
-// Values that the way through the profile will come to, up (way 1) or down (-1). Memory is quicker with several pages
-// at a time than with one after the other, so lines are fetched from each page of a window in turn while the window
-// before it is at work.
+// Values that the way through the profile will come to, up (way 1) or down (-1). They are fetched into the first-level
+// cache: two transfers of one line, memory to second level and second to first, would share its few fill buffers with
+// the loads of the columns at work. Memory is quicker with several pages at a time than with one after the other, so
+// lines are fetched from each of a few adjacent pages in turn.
 template <int way>
 struct Ahead {
-  static constexpr long page = 4096, pages = 4, window = page * pages, reach = 2 * window, line = 64;
-  static constexpr long cached = 1 << 20;  // bytes that stay in a second-level cache from pass to pass
-  const double* begin;
-  long length;       // bytes of the whole way
-  long fetched = 0;  // bytes of it, counted window by window
-  long limit = 0;
+  static constexpr std::intptr_t line = 64, page = 4096, pages = 3;
+  static constexpr std::intptr_t reach = 6 * page;     // behind the columns at work; half of a first-level cache
+  static constexpr std::intptr_t cached = 256 * page;  // stays in a second-level cache from pass to pass
+  std::intptr_t next;  // line of the first of the pages; those of the others stand whole pages on
+  std::intptr_t stop;
+  bool worth;
 
-  Ahead(const double* from, const double* to) : begin(from), length(8 * way * (to - from)) {}
+  Ahead(const double* from, const double* to)
+      : next(page_of(from)), stop(next), worth(8 * way * (to - from) > cached) {}
   // The work is on the values from one place to another.
   void now_at(const double* from, const double* to) {
-    const long done = 8 * way * (from - begin), next = 8 * way * (to - begin) + reach;
-    if (length > cached) limit = next < length ? next : length;
-    if (fetched < done) fetched = done & -window;
+    if (!worth) return;
+    const std::intptr_t first = reinterpret_cast<std::intptr_t>(from);
+    if (way * (next + way * pages * page - first) < 0) next = page_of(from);
+    stop = reinterpret_cast<std::intptr_t>(to) + way * reach;
   }
+  // The next lines of all pages, `times` of each.
+  template <int times = 1>
   [[gnu::always_inline]] void fetch() {
-    if (fetched >= limit) return;
-    const long offset = (fetched & -window) + ((fetched & (window - 1)) / pages & -line);
+    if (way * (stop - next) <= 0) return;
 #pragma GCC unroll 4
-    for (long k = 0; k < pages; ++k) __builtin_prefetch(begin + way * (offset + k * page) / 8, 0, 2);
-    fetched += pages * line;
+    for (int i = 0; i < times; ++i) {
+#pragma GCC unroll 4
+      for (int k = 0; k < pages; ++k) __builtin_prefetch(reinterpret_cast<const void*>(next + way * k * page), 0, 3);
+      next += way * line;
+      const bool done = ((way > 0 ? next : next + line) & (page - 1)) == 0;
+      if (done) next += way * (pages - 1) * page;
+    }
+  }
+
+ private:
+  // The first line, in the sense of the way, of the page of a value.
+  static std::intptr_t page_of(const double* p) {
+    const std::intptr_t begin = reinterpret_cast<std::intptr_t>(p) & -page;
+    return way > 0 ? begin : begin + page - line;
   }
 };

@@ -61,13 +61,16 @@ void take_columns_of_loads(double* r, const double* const* a, const double* x, i
       factor[n][w] = times(load(x + most_loads * n + group_lanes * w), broadcast(-1.0));
     }
   }
+  const double* column[N];  // of its own: a store of lanes may be to anything, `a` included
+#pragma GCC unroll 8
+  for (int n = 0; n < N; ++n) column[n] = a[n];
   for (long i = r1; i <= r2; ++i) {
     Lanes v[W];
 #pragma GCC unroll 2
     for (int w = 0; w < W; ++w) v[w] = load(r + loads * i + group_lanes * w);
 #pragma GCC unroll 8
     for (int n = N - 1; n >= 0; --n) {
-      const Lanes l = broadcast(a[n][i]);
+      const Lanes l = broadcast(column[n][i]);
 #pragma GCC unroll 2
       for (int w = 0; w < W; ++w) v[w] = fused(factor[n][w], l, v[w]);
     }
@@ -100,6 +103,7 @@ void subtract_columns_many_of(double* r, const double* const* a, int count, cons
 
 // All six columns of the strip reach its first row.
 bool is_whole(const Strip& strip) {
+  if (strip.common < strip.first) return strip.count == strip_rows;
   int highest = strip.top[0];
   for (int n = 1; n < strip.count; ++n) highest = larger(highest, strip.top[n]);
   return strip.count == strip_rows && highest <= strip.first;
@@ -182,10 +186,21 @@ void back_triangle_many_of(const Strip& strip, double* r, int loads, double* x) 
   }
 }
 
+Lanes divided(Lanes x, Lanes pivots, double pivot, double reciprocal) {
+  Sizes sizes;
+  sizes.add(x);
+  return sizes.safe() ? quick_quotient(x, pivot, reciprocal) : quotient(x, pivots);
+}
+
 void divide_many_of(double* x, int loads, double pivot) {
+  const double size = __builtin_fabs(pivot);
+  const bool quick = size >= smallest_divisor && size <= largest_divisor;
+  const double reciprocal = 1.0 / pivot;
+  const Lanes d = broadcast(pivot);
   int j = 0;
-  for (const Lanes d = broadcast(pivot); j + group_lanes <= loads; j += group_lanes) {
-    store(x + j, quotient(load(x + j), d));
+  for (; j + group_lanes <= loads; j += group_lanes) {
+    const Lanes row = load(x + j);
+    store(x + j, quick ? divided(row, d, pivot, reciprocal) : quotient(row, d));
   }
   for (; j < loads; ++j) x[j] /= pivot;
 }

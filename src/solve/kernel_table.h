@@ -8,6 +8,8 @@
 // Pointers to columns and vectors are counted so that p[i] is row i.
 #pragma once
 
+#include <cstdint>
+
 namespace tidearc {
 
 /// Columns whose sums run side by side in panel_products (solve/runs.h).
@@ -113,8 +115,9 @@ struct Kernels {
   void (*forward)(const ProfileColumns& K, int r1, int r2, int f, double* x);
   /// x(i) /= diagonal of column i.
   void (*divide_by_diagonal)(const ProfileColumns& K, int r1, int r2, double* x);
-  /// Back-substitution with such columns, from the last to the first.
-  void (*backward)(const ProfileColumns& K, int r1, int r2, double* r);
+  /// Back-substitution with such columns, from the last to the first. Rows f..r2 are divided by their diagonals before
+  /// anything is subtracted from them; none with f behind r2.
+  void (*backward)(const ProfileColumns& K, int r1, int r2, int f, double* r);
   /// Many loads: load j of row i at x[loads * i + j], sums and factors of column n at most_loads * n + j.
   /// s[n] += the sum of column n over rows r1..r2, for `count` columns.
   void (*column_sums_many)(const double* const* a, int count, const double* x, int loads, int r1, int r2, double* s);

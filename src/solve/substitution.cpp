@@ -94,7 +94,7 @@ void back_substitute(const Profile<const double>& K, ConstIntegers MSTAT, Reals 
     if (!is_free(MSTAT, c)) continue;
     const int last = c;
     while (c > first && is_free(MSTAT, c - 1)) --c;
-    kernels->backward(columns, c, last, R.data() - 1);
+    kernels->backward(columns, c, last, last + 1, R.data() - 1);
   }
 }
 
@@ -103,6 +103,9 @@ void solve_symmetric(const Profile<const double>& K, ConstIntegers MSTAT, Reals 
   const int f = first_loaded(R, K.NEQ);
   forward_substitute(K, MSTAT, R, f);
   const ProfileColumns columns = columns_of(K, MSTAT);
+  if (K.NEQ > 1 && K.first == 1 && all_free(MSTAT, K.NEQ)) {  // one run: divided on the way back
+    return kernels->backward(columns, 2, K.NEQ, f, R.data() - 1);
+  }
   for_free_runs(MSTAT, f, K.NEQ, [&](int lo, int hi) { kernels->divide_by_diagonal(columns, lo, hi, R.data() - 1); });
   back_substitute(K, MSTAT, R);
 }
@@ -150,7 +153,9 @@ void couple_prescribed(const Profile<const double>& K, ConstIntegers MSTAT, cons
 void substitute_strip(const Strip& strip, ConstIntegers MSTAT, const Loads& R, int f) {
   const int common = std::clamp(strip.common, f, strip.first);
   LoadSums s;
-  for (int n = 0; n < strip.count; ++n) std::fill_n(s.begin() + most_loads * n, R.count, 0.0);
+  for (int n = 0; n < strip.count; ++n) {
+    for (int j = 0; j < R.count; ++j) s[at(most_loads * n + j)] = 0.0;
+  }
   const auto sum = [&](int n, int columns, int lo, int hi) {
     kernels->column_sums_many(strip.column + n, columns, R.rows(), R.count, lo, hi, &s[at(most_loads * n)]);
   };

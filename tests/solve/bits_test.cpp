@@ -180,14 +180,17 @@ TEST(Bits, OfAMatrixInStretchesAreThoseOfThePlainLoop) {
   }
 }
 
+// Either sign, an exponent in this range, and often digits just above a power of two.
+double sized_real(Random& random, int least, int most) {
+  const double digits = 1.0 + random_real(random, 0.0, 1.0) * (random_int(random, 0, 3) == 0 ? 0x1p-50 : 1.0);
+  return std::ldexp(random_int(random, 0, 1) == 0 ? digits : -digits, random_int(random, least, most));
+}
+
 // Sizes at which a reciprocal would leave the range of normal numbers, signed zeros, and quotients that are hard to
 // round: the two sides divide in different ways and agree in every bit.
 TEST(Bits, OfQuotientsOfAnySize) {
   Random random(34);
-  const auto sized = [&](int least, int most) {
-    const double digits = 1.0 + random_real(random, 0.0, 1.0) * (random_int(random, 0, 3) == 0 ? 0x1p-50 : 1.0);
-    return std::ldexp(random_int(random, 0, 1) == 0 ? digits : -digits, random_int(random, least, most));
-  };
+  const auto sized = [&](int least, int most) { return sized_real(random, least, most); };
   for (int trial = 0; trial < 800; ++trial) {
     // One row above columns of their own: L(1, c) = a / d, and nothing else happens but to the diagonals.
     ProfileSystem system{17, {}, {}};
@@ -306,6 +309,36 @@ TEST(Bits, OfManySolutionsAreThoseOfOneAfterTheOther) {
       std::vector<double> x = loads;
       solve_many(factor.view(), view(c.MSTAT), view(x), count);
       ASSERT_TRUE(same_bits(x, plain)) << kernels->name << " trial " << trial << " n " << n << " count " << count;
+    });
+  }
+}
+
+TEST(Bits, OfManyLoadsOverPivotsOfAnySize) {
+  Random random(40);
+  for (int trial = 0; trial < 400; ++trial) {
+    const int n = 9, count = random_int(random, 8, most_loads),
+              wide = trial % 3 == 0   ? 1000
+                     : trial % 3 == 1 ? 460
+                                      : 40;
+    ProfileSystem factor{n, {}, {}};
+    for (int e = 1; e <= n; ++e) {
+      factor.A.push_back(sized_real(random, -wide, wide));
+      factor.IDIAG.push_back(e);
+    }
+    std::vector<double> loads(at(n * count));
+    for (double& load : loads) load = sized_real(random, -wide, wide) * (random_int(random, 0, 9) == 0 ? 0.0 : 1.0);
+    for (int j = 0; j < count; ++j) loads[at(j)] = 1.0;  // all begin at the first row
+    const std::vector<int> MSTAT(at(n), -n);
+    with_every_kernel([&] {
+      std::vector<double> x = loads;
+      solve_many(factor.view(), view(MSTAT), view(x), count);
+      for (int e = 1; e <= n; ++e) {
+        for (int j = 0; j < count; ++j) {
+          const double quotient = loads[at(count * (e - 1) + j)] / factor.entry(e, e);
+          ASSERT_EQ(std::memcmp(&x[at(count * (e - 1) + j)], &quotient, sizeof(double)), 0)
+              << kernels->name << " trial " << trial << " row " << e << ": " << quotient;
+        }
+      }
     });
   }
 }
