@@ -79,8 +79,9 @@ enum class CollinsMeasure {
   largest,  ///< the largest distance
 };
 /// Collins' order: from every node with neighbours the graph is walked breadth first, and the best walk is taken, the
-/// first of equal ones. Returns its measure; 0, with the order 1, 2, .. , when there is not one neighbour. `scratch`
-/// has 2*n entries. Quadratic in the number of nodes at worst; a walk that is no better than the best is dropped early.
+/// first of equal ones. Returns its measure; that which a walk has to stay below, n or n*n - n, with the order 1, 2, ..
+/// when there is not one neighbour. `scratch` has 2*n entries. Quadratic in the number of nodes at worst; a walk that
+/// is no better than the best is dropped early.
 std::int64_t order_by_collins(const NodeGraph& graph, CollinsMeasure measure, Integers order, Integers scratch);
 
 /// Sloan's order, component by component: from one end of a pseudo-diameter, nodes that are far from the other end and

@@ -53,19 +53,16 @@ std::int64_t order_by_collins(const NodeGraph& graph, CollinsMeasure measure, In
   std::iota(order.begin(), order.end(), 1);
   std::fill(scratch.begin(), scratch.end(), 0);
   Walk walk{{scratch.data(), n}, {scratch.data() + n, n}};
-  const std::int64_t none = measure == CollinsMeasure::total ? std::int64_t{n} * n - n : n;
-  std::int64_t best = none;
-  bool found = false;
+  std::int64_t best = measure == CollinsMeasure::total ? std::int64_t{n} * n - n : n;
   for (int start = 1; start <= n; ++start) {
     if (graph.NDEG(start) < 1) continue;
     if (walk_from(graph, start, measure, best, walk)) {
       best = walk.measure;
-      found = true;
       std::copy(walk.order.begin(), walk.order.end(), order.begin());
     }
     walk.clear();
   }
-  return found ? best : 0;
+  return best;
 }
 
 }  // namespace tidearc

@@ -1,6 +1,7 @@
 // The run time table and the log that is printed from it.
 #include "roof/timlog.h"
 
+#include <cmath>
 #include <string_view>
 
 #include "run/clocks.h"
@@ -17,9 +18,12 @@ constexpr double minutes_per_hour = 60.0;
 
 double& slot(TimeTable& table, int index) { return table[static_cast<std::size_t>(index)]; }
 
+/// Differences of clock readings may fall short of zero by a rounding, which would be printed as -0.000.
+double shown(double seconds) { return std::abs(seconds) < 0.5E-3 ? 0.0 : seconds; }
+
 /// One label with its two times.
 void write_row(std::string_view label, double disk, double cpu) {
-  write(units.NDOUT, "A26,4X,2F10.3", label, disk, cpu);
+  write(units.NDOUT, "A26,4X,2F10.3", label, shown(disk), shown(cpu));
 }
 
 void write_log(const TimeLog& log) {

@@ -65,7 +65,9 @@ void update_state_when_due() {
 void update_stiffness_when_due() {
   const bool due = step.KSTF == 1;
   step.STFCOD = due ? yes : no;
-  if (due) STIFUP();
+  if (!due) return;
+  STIFUP();
+  step.formed = true;
 }
 
 void print_vectors(int first, int second) {
@@ -117,8 +119,9 @@ void solve_increments() {
 void decide_updates() {
   step.KSTF = stiffness_decision(step.NI, solver.KFORM, false, update_rules(), step.counters);
   step.KSTA = state_decision(step.NI, false, step.KSTA, update_rules(), step.counters);
-  // A solve with a new set of prescribed equations and an old factor would be wrong.
-  if (solver.KSTCHG != 0) step.KSTF = 1;
+  // A solve with a new set of prescribed equations and an old factor would be wrong, and so would one with the factor
+  // of another macro, which the rules would keep when the first step had no iteration to form one in.
+  if (solver.KSTCHG != 0 || !step.formed) step.KSTF = 1;
   if (step.KSTF == 1) forget_pairs();
 }
 

@@ -154,6 +154,7 @@ bool find_step_load(ConstReals da, Reals du) {
     if (!DL || !accept_direction(da, du, *DL, t)) continue;
     if (step_measure() == StepMeasure::vectors && segment.NSVEC > 1)
       write(units.NDOUT, "5X,'CRITICAL VECTOR =',I5", scaling.KCRIT);
+    scaling.sign = t;
     step.DL = std::min(*DL, ONE - response.LEVEL);
     return true;
   }

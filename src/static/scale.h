@@ -26,6 +26,7 @@ struct ScaleBlock {
   std::array<double, most_stepping_vectors> SVEC{};  ///< target of each stepping vector
   std::array<double, most_stepping_vectors> SACC{};  ///< of it taken so far
   std::array<double, most_stepping_vectors> SREM{};  ///< what remains
+  double sign = 1.0;  ///< of the trial that was taken last in this step: -1 against the targets  [-]
   int KCRIT = 0;      ///< critical stepping vector, from 1; 0 none yet                         [-]
   double WTGT = 0.0;  ///< work of an iteration (KIPAR 1), what of it is done, what remains     [force length]
   double WACC = 0.0;

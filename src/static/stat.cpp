@@ -32,6 +32,7 @@ void start_analysis() {
   statics.ARC = ZERO;
   scaling = {};
   step.counters = {};
+  step.formed = false;
   forget_pairs();
   clear_node_envelopes();
 }

@@ -48,6 +48,7 @@ struct StepBlock {
   UpdateCounters counters{};
   std::array<char, 3> STACOD{'N', 'O', ' '};  ///< "YES" when the last iteration took over the state
   std::array<char, 3> STFCOD{'N', 'O', ' '};  ///< "YES" when it formed the stiffness
+  bool formed = false;                        ///< the stiffness has been formed in this macro
   bool taken_over = false;                    ///< no determination since the last state update
   bool forces_known = false;  ///< R belongs to the state at hand (set by a STAT, taken back by other analyses)
   EndCode end = EndCode::none;

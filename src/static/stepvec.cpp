@@ -33,6 +33,7 @@ void set_step_targets() {
   t.AMAX = ZERO;
   if (step_measure() == StepMeasure::vectors) {
     t.SARC = t.SB;
+    t.sign = ONE;
     for (std::size_t k = 0; k < stepping_vectors(); ++k) {
       t.SVEC[k] = segment.stepping[k].scale * step_factor;
       t.SACC[k] = ZERO;
@@ -54,8 +55,9 @@ void take_from_step(ConstReals x) {
       t.AMAX += largest_entry(x);
       break;
     case StepMeasure::vectors:
+      // A step against the vectors uses its targets up like one along them: what remains has no sign of its own.
       for (std::size_t k = 0; k < stepping_vectors(); ++k) {
-        t.SACC[k] += product(segment.stepping[k], x);
+        t.SACC[k] += t.sign * product(segment.stepping[k], x);
         t.SREM[k] = t.SVEC[k] - t.SACC[k];
       }
       break;

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int print_at_segment_end = 1;
 
-/// Increment vector, unbalance of the state at hand at level 0, prescribed equations, legend.
+/// Increment vector, prescribed equations, unbalance of the state at hand at level 0, legend.
 void start_segment() {
   response.LEVEL = ZERO;
   step.LEVEL0 = ZERO;
@@ -40,8 +40,8 @@ void start_segment() {
     step.forces_known = true;
     if (response.NLSTEP == 0) response.NLSTEP = 1;
   }
-  form_unbalance();
   PRESTAT(prescribed_participation());
+  form_unbalance();  // by the status of this segment: held equations have no unbalance, freed ones have theirs
   write_progress_legend();
 }
 

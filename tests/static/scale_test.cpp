@@ -251,6 +251,19 @@ TEST_F(StepControl, TheCriticalVectorReachesItsTarget) {
   }
 }
 
+TEST_F(StepControl, AStepAgainstTheVectorUsesItsTargetUp) {
+  segment.KNMS = 3;
+  segment.NSVEC = 1;
+  segment.stepping[0] = along(1, 1.0, 5.0);
+  begin_step();
+  EXPECT_TRUE(find({-40.0})) << "the load moves the other way";
+  EXPECT_EQ(scaling.sign, -1.0);
+  take({-0.2});
+  EXPECT_DOUBLE_EQ(scaling.SREM[0], 0.3);
+  EXPECT_TRUE(find({-40.0}));
+  EXPECT_DOUBLE_EQ(du(1), -0.3);
+}
+
 TEST_F(StepControl, OneVectorIsNotNamed) {
   segment.KNMS = 3;
   segment.NSVEC = 1;

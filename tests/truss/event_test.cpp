@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cmath>
+#include <random>
 
 namespace tidearc {
 namespace {
@@ -119,6 +121,73 @@ TEST(TrussEvents, ACurveHasOneAtItsNextOrdinate) {
   EXPECT_EQ(curve_event(curve, 0.01, 0.06, 0.02, 0.0).factor, 1.0);
   EXPECT_EQ(curve_event(curve, 0.01, 0.0, 0.005, 0.0).factor, 1.0);
   EXPECT_EQ(curve_event(curve, 0.01, 0.0, 0.0, 0.0).factor, 1.0);
+}
+
+TEST(TrussEvents, AnOrdinateAtAFractionOf0999999CountsAsNone) {
+  std::array<double, 22> curve{-1, -1, 1, 1};
+  complete_curve(curve);
+  for (const double dE : {1.0, -1.0}) {  // of which the ordinates at DY and -DY are that part
+    EXPECT_EQ(curve_event(curve, 0.9999995, 0.0, dE, 1.0e-12).factor, 1.0);
+    EXPECT_EQ(curve_event(curve, 0.999999, 0.0, dE, 1.0e-12).factor, 1.0);
+    EXPECT_EQ(curve_event(curve, 0.999999, 0.0, dE, 1.0e-12).code, event_none);
+    const ElementEvent before = curve_event(curve, 0.999998, 0.0, dE, 1.0e-12);
+    EXPECT_NEAR(before.factor, 0.999998000001, 1e-14);
+    EXPECT_EQ(before.code, dE > 0.0 ? event_curve_up : event_compression);
+  }
+}
+
+// ------------------------------------------------------------------------- elements that follow their nodes
+// Length 10; an end that moves across by 1 lengthens it by sqrt(101) - 10, at fraction t by nearly t^2 of that.
+
+constexpr EndMotion across{10.0, 0.0, 1.0};
+const double across_dE = std::sqrt(101.0) - 10.0;
+
+TEST(EventsOnCourse, StayWhereTheCutGainsHalfOfTheWay) {
+  const EndMotion along_the_axis{10.0, 0.5, 0.0025};  // 0.05 apart
+  EXPECT_EQ(event_on_course({0.01, event_tension}, 0.05, along_the_axis).factor, 0.01);
+  EXPECT_EQ(event_on_course({0.51, event_tension}, across_dE, across).factor, 0.51);
+}
+
+TEST(EventsOnCourse, MoveToTheSameExtensionWhereItGainsLess) {
+  for (const double factor : {0.49, 0.2, 1e-3, 1e-9}) {
+    const ElementEvent event = event_on_course({factor, event_unloading}, across_dE, across);
+    const double length = 10.0 + factor * across_dE;
+    EXPECT_NEAR(event.factor, std::sqrt((length - 10.0) * (length + 10.0)), 1e-7) << factor;
+    EXPECT_NEAR(across.extension(event.factor), factor * across_dE, 1e-14 * factor);
+    EXPECT_EQ(event.code, event_unloading);
+  }
+}
+
+TEST(EventsOnCourse, LieBehindTheShorterPartOfTheWay) {
+  // From (9.5, 1) to (9.5, -3), seen from the origin: as long as before at one half.
+  const EndMotion motion{std::hypot(9.5, 1.0), -4.0, 16.0};
+  const double dE = std::hypot(9.5, 3.0) - std::hypot(9.5, 1.0);
+  EXPECT_LT(motion.extension(0.01), 0.0);
+  EXPECT_NEAR(event_on_course({1e-9, event_unloading}, dE, motion).factor, 0.5, 1e-8);
+}
+
+TEST(EventsOnCourse, OfShorteningAndOfNoneAreLeft) {
+  const EndMotion motion{10.0, -20.0, 4.0};  // straight toward the other end by 2
+  EXPECT_EQ(event_on_course({0.3, event_compression}, -2.0, motion).factor, 0.3);
+  EXPECT_EQ(event_on_course({1.0, event_none}, across_dE, across).factor, 1.0);
+  EXPECT_EQ(event_on_course({0.0, event_tension}, across_dE, across).factor, 0.0);
+}
+
+TEST(EventsOnCourse, AlwaysGainHalfOfTheWay) {
+  std::mt19937 random(20);
+  std::uniform_real_distribution<double> part(-1.0, 1.0);
+  for (int k = 0; k < 20000; ++k) {
+    const std::array<double, 3> xI{part(random), part(random), part(random)}, xJ{part(random), part(random), 2.0};
+    const double size = std::pow(10.0, 3.0 * part(random));
+    const std::array<double, 3> uI{size * part(random), size * part(random), size * part(random)}, uJ{};
+    const EndMotion motion = end_motion(xI, xJ, uI, uJ);
+    const double dE = motion.extension(1.0);
+    if (!(dE > 0.0)) continue;
+    const double factor = std::pow(10.0, 4.0 * (part(random) - 1.0));
+    const ElementEvent event = event_on_course({factor, event_tension}, dE, motion);
+    EXPECT_GE(event.factor, factor);
+    EXPECT_GE(motion.extension(event.factor), 0.499999 * factor * dE) << size;
+  }
 }
 
 }  // namespace

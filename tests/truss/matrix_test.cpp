@@ -29,6 +29,30 @@ TEST(TrussGeometry, ExtensionIsPositiveWhenTheEndsMoveApart) {
   EXPECT_EQ(extension(DIR, apart), 0.75);
 }
 
+TEST(EndMotion, GivesTheLengthOnTheWay) {
+  const EndMotion m =
+      end_motion(Point{3.0, 4.0, 0.0}, Point{0.0, 0.0, 0.0}, Point{1.0, 0.0, 2.0}, Point{0.0, 2.0, 2.0});
+  EXPECT_EQ(m.length, 5.0);
+  EXPECT_EQ(m.along, 3.0 - 8.0);
+  EXPECT_EQ(m.squared, 5.0);
+  for (const double t : {0.0, 0.25, 1.0, 3.0}) {
+    const double length = truss_geometry(Point{3.0 + t, 4.0, 2.0 * t}, Point{0.0, 2.0 * t, 2.0 * t}).length;
+    EXPECT_NEAR(m.extension(t), length - 5.0, 1e-14) << t;
+  }
+  EXPECT_NEAR(m.fraction_to(m.extension(3.0)), 3.0, 1e-14);
+}
+
+TEST(EndMotion, KeepsItsDigitsNearTheStart) {
+  const EndMotion away{5.0, 5.0, 1.0};  // straight away from the other end, by 1
+  EXPECT_NEAR(away.extension(1e-14), 1e-14, 1e-28);
+  EXPECT_NEAR(away.fraction_to(1e-14), 1e-14, 1e-28);
+  const EndMotion from_one_point{0.0, 0.0, 4.0};
+  EXPECT_EQ(from_one_point.extension(0.0), 0.0);
+  EXPECT_EQ(from_one_point.extension(0.5), 1.0);
+  EXPECT_EQ(from_one_point.fraction_to(1.0), 0.5);
+  EXPECT_FALSE(std::isfinite(EndMotion{1.0, 0.0, 0.0}.fraction_to(0.5))) << "ends that do not move";
+}
+
 TEST(WaveAxes, AreARightHandedSystemAlongTheMember) {
   std::array<double, 9> axes{};
   wave_axes(Point{0.6, 0.0, 0.8}, axes);

@@ -11,6 +11,7 @@ namespace {
 constexpr double no_event_fraction = 0.999999;
 constexpr double outside_bound = -1.0E-9;
 constexpr double default_overshoot = 1.0E-6;
+constexpr double least_gain = 0.5;  ///< of the way to an event, by the cut of an element that follows its nodes
 
 double overshoot_or_default(double given, double yield_extension) {
   return given > 0.0 ? given : default_overshoot * std::abs(yield_extension);
@@ -60,8 +61,17 @@ ElementEvent curve_event(CurvePairs pairs, double DY, double EXT, double dE, dou
   const std::optional<double> next = next_ordinate(pairs, EXT / DY, upward);
   if (!next) return {1.0, event_none};
   const double fraction = (*next * DY - EXT) / dE;
+  if (!(fraction < no_event_fraction)) return {1.0, event_none};
   return event_at(fraction + overshoot_or_default(overshoot, DY) / std::abs(dE),
                   upward ? event_curve_up : event_compression);
+}
+
+ElementEvent event_on_course(const ElementEvent& event, double dE, const EndMotion& motion) {
+  const double wanted = event.factor * dE;
+  if (!(event.factor < 1.0) || !(wanted > 0.0)) return event;  // a shortening element is never short of its bound
+  if (!(motion.extension(event.factor) < least_gain * wanted)) return event;
+  const double factor = motion.fraction_to(wanted);
+  return std::isfinite(factor) ? event_at(factor, event.code) : event;
 }
 
 }  // namespace tidearc

@@ -4,6 +4,7 @@
 #include "elements/contract/types.h"
 #include "elements/truss/branch.h"
 #include "elements/truss/curve.h"
+#include "elements/truss/geometry.h"
 
 namespace tidearc {
 
@@ -29,7 +30,13 @@ struct EventTrouble {
 ElementEvent branch_event(const BranchLaw& law, const BranchState& state, double dE, const double (&overshoot)[2],
                           EventTrouble& trouble);
 
-/// Event of an element on its curve, from extension EXT.
+/// Event of an element on its curve, from extension EXT. An ordinate at a fraction of 0.999999 or more is no event.
 ElementEvent curve_event(CurvePairs pairs, double DY, double EXT, double dE, double overshoot);
+
+/// Event of an element that follows its nodes, found as above from its whole extension increment dE. Its length is not
+/// linear in the fraction, so the cut element may be short of its bound; the scan behind the cut then finds the rest.
+/// But where the cut gains less than half of the way (the element may even shorten at first), scans would crawl or
+/// stand still: the event is then where the length reaches the same extension.
+ElementEvent event_on_course(const ElementEvent& event, double dE, const EndMotion& motion);
 
 }  // namespace tidearc

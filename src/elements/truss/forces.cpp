@@ -35,6 +35,12 @@ double damping(const TrussRecord& truss) {
   return combined_stiffness(group.BETAO, initial_stiffness(truss), group.BETAT, tangent(truss));
 }
 
+/// The course of the ends under EDISP.
+EndMotion course(const TrussRecord& truss) {
+  const std::span<const double, 6> u(element.EDISP.data(), 6);
+  return end_motion(truss.XI, truss.XJ, u.first<3>(), u.last<3>());
+}
+
 /// Extension that EDISP would add, without moving the element.
 double extension_increment(const TrussRecord& truss) {
   if (truss.KGEOM == 0) return extension(truss.DIR, element.EDISP.data());
@@ -49,6 +55,17 @@ double extension_increment(const TrussRecord& truss) {
 void print_trouble(const TrussRecord& truss, double dE, const EventTrouble& trouble) {
   write(units.NDOUT, "' EVNT01-CRCO/DV,DVC,CT,DST,DTC,CRFAC',7E13.5", trouble.fraction, dE, trouble.bound, truss.F1,
         truss.SK1, trouble.overshoot, ONE);
+}
+
+/// Event by the law of the element, for its extension increment.
+ElementEvent law_event(const TrussRecord& truss, double dE) {
+  if (truss.KYLD >= truss_curve) return curve_event(truss.CURVE, truss.DY, truss.EXT, dE, truss.OVTOL[0]);
+  const BranchLaw law{truss.SK1, truss.SK2, truss.FYT, truss.FYC, truss.KBUCK};
+  const BranchState state{truss.F1, truss.F2, truss.PLPOS, truss.PLNEG, truss.PLBUCK, truss.KYLD};
+  EventTrouble trouble;
+  const ElementEvent event = branch_event(law, state, dE, truss.OVTOL, trouble);
+  if (trouble.found) print_trouble(truss, dE, trouble);
+  return event;
 }
 
 }  // namespace
@@ -94,13 +111,8 @@ MatrixForm STIF01(int KFORM, double c1, double c2, bool reset) {
 ElementEvent EVNT01() {
   const TrussRecord& truss = current_record<TrussRecord>();
   const double dE = extension_increment(truss);
-  if (truss.KYLD >= truss_curve) return curve_event(truss.CURVE, truss.DY, truss.EXT, dE, truss.OVTOL[0]);
-  const BranchLaw law{truss.SK1, truss.SK2, truss.FYT, truss.FYC, truss.KBUCK};
-  const BranchState state{truss.F1, truss.F2, truss.PLPOS, truss.PLNEG, truss.PLBUCK, truss.KYLD};
-  EventTrouble trouble;
-  const ElementEvent event = branch_event(law, state, dE, truss.OVTOL, trouble);
-  if (trouble.found) print_trouble(truss, dE, trouble);
-  return event;
+  const ElementEvent event = law_event(truss, dE);
+  return truss.KGEOM == 0 ? event : event_on_course(event, dE, course(truss));
 }
 
 }  // namespace tidearc

@@ -1,6 +1,7 @@
 // Where a truss stands: length, force directions, and the local axes for wave loading.
 #include "elements/truss/geometry.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -46,6 +47,26 @@ void wave_axes(std::span<const double, 3> along, std::span<double, 9> axes) {
     axes[i + 3] = second[i];
     axes[i + 6] = third[i];
   }
+}
+
+double EndMotion::extension(double t) const {
+  const double change = t * (2.0 * along + t * squared);
+  const double moved = std::sqrt(std::max(length * length + change, 0.0));
+  return change == 0.0 ? 0.0 : change / (moved + length);
+}
+
+double EndMotion::fraction_to(double extension) const {
+  const double change = extension * (2.0 * length + extension);
+  const double root = std::sqrt(along * along + squared * change);
+  return along > 0.0 ? change / (along + root) : (root - along) / squared;  // without a difference of equal numbers
+}
+
+EndMotion end_motion(std::span<const double, 3> xI, std::span<const double, 3> xJ, std::span<const double, 3> uI,
+                     std::span<const double, 3> uJ) {
+  const Vector3 apart = {xI[0] - xJ[0], xI[1] - xJ[1], xI[2] - xJ[2]};
+  const Vector3 motion = {uI[0] - uJ[0], uI[1] - uJ[1], uI[2] - uJ[2]};
+  return {std::sqrt(DOT3(apart.data(), apart.data())), DOT3(apart.data(), motion.data()),
+          DOT3(motion.data(), motion.data())};
 }
 
 }  // namespace tidearc

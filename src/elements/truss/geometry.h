@@ -24,4 +24,20 @@ inline double extension(std::span<const double, 6> DIR, const double* e) {
   return sum;
 }
 
+/// Ends that move apart: a length, and its course over the fraction t of an increment. The length is a convex function
+/// of t: an element may shorten at first and still be longer at the end.
+struct EndMotion {
+  double length = 0.0;   ///< between the ends at t = 0                              [length]
+  double along = 0.0;    ///< relative motion of an increment times the vector between the ends  [area]
+  double squared = 0.0;  ///< relative motion times itself                           [area]
+
+  /// Extension at fraction t.
+  double extension(double t) const;
+  /// The only positive fraction with this positive extension; not finite when the ends do not move.
+  double fraction_to(double extension) const;
+};
+/// Motion of ends at xI and xJ by the translations uI and uJ.
+EndMotion end_motion(std::span<const double, 3> xI, std::span<const double, 3> xJ, std::span<const double, 3> uI,
+                     std::span<const double, 3> uJ);
+
 }  // namespace tidearc
