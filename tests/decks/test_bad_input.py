@@ -3,7 +3,9 @@ import os
 import re
 import unittest
 
-from support import ProgramTest, TIME_LOG, deck_bytes
+from support import ProgramTest, TIME_LOG, deck_bytes  # makes the folder of tools known
+import lattice_deck
+from lattice_deck import Shape, storage_card
 
 TRIPOD = deck_bytes("tripod")
 LINES = TRIPOD.split(b"\n")
@@ -251,6 +253,47 @@ class Limits(ProgramTest):
     def test_a_step_that_is_no_number_of_this_world_is_never_accepted(self):
         outcome = self.run_deck(TRIPOD.replace(b"-60000.0", b"-1.0E308"))
         self.assertIn(outcome.status, (1, 4))
+
+
+class ZeroPivot(ProgramTest):
+    """A lattice with two more nodes above its top layer, joined along X and held upright by a bar each, free in X and Z: both
+    can move along X together. The equation of that move is the later one of the two in the order of the equations."""
+
+    SHAPE = Shape(6, 3, 3)
+    PAIR = SHAPE.count + 1, SHAPE.count + 2
+
+    def deck(self, card, ordering):
+        model = lattice_deck.lattice_model(self.SHAPE)
+        below = [self.SHAPE.node(i, 0, self.SHAPE.nz - 1) for i in (1, 2)]
+        for node, foot in zip(self.PAIR, below):
+            x, y, z = model.nodes[foot]
+            model.nodes[node], model.codes[node] = (x, y, z + lattice_deck.SPACING), "010111"
+        bars = [(*self.PAIR, 1), *((foot, node, 1) for foot, node in zip(below, self.PAIR))]
+        model.groups.append(lattice_deck.bar_group(bars, lattice_deck.ELASTIC))
+        loads = lattice_deck.load_cards([[(below[0], 0.4, 0.1, 0.0)]], [below[0]])
+        macro = lattice_deck.static_macro(lattice_deck.load_segment([1.0]))
+        return "\n".join(lattice_deck.problem(model.cards(card, ordering), loads, macro) + [" STOP", ""]).encode()
+
+    def equations_along_X(self, report):
+        """{equation: node} of the pair, from the last table of displacement codes."""
+        table = report[report.rindex("DISPLACEMENT CODES"):]
+        return {int(re.search(rf"\n +{node} +(\d+) +0 +\d+ +0 +0 +0", table)[1]): node for node in self.PAIR}
+
+    def test_of_an_inner_node_is_told_by_node_and_direction_in_any_order_and_storage(self):
+        cards = storage_card("CORE"), storage_card("DISK"), storage_card("DISK", "SYMM", 4 * 400)
+        for card, ordering in ((card, ordering) for card in cards for ordering in (0, 1, 3)):
+            with self.subTest(card=card, ordering=ordering):
+                outcome = self.run_deck(self.deck(card, ordering))
+                self.assert_fails(outcome, 1)
+                equations = self.equations_along_X(outcome.report)
+                stuck = max(equations)
+                self.assertIn(f"equation {stuck}, node {equations[stuck]} direction X", outcome.errors)
+                if "1600" not in card:
+                    self.assertRegex(outcome.report, rf"CHECK D\.O\.F\. *{stuck}\n")
+                if ordering == 1:
+                    self.assertEqual(equations[stuck], self.PAIR[0], "the order of the nodes has changed")
+                    self.assertLess(stuck, 100, "not at the end of the 112 equations")
+                self.clear()
 
 
 if __name__ == "__main__":

@@ -2,7 +2,6 @@
 #include "matrix_job.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <set>
 #include <utility>
@@ -69,37 +68,6 @@ void spoil(int index, int n) {
 }
 
 }  // namespace
-
-double TestMatrix::operator()(int i, int j) const {
-  if (symmetric() || i <= j) return upper(i, j);
-  return j < upper.top(i) ? 0.0 : lower[at(upper.IDIAG[at(i - 1)] + j - i - 1)];
-}
-
-double scaled_residual(const TestMatrix& matrix, const std::vector<int>& status, const std::vector<double>& loads,
-                       const std::vector<double>& x) {
-  const int n = matrix.n();
-  std::vector<long double> residual(loads.begin(), loads.end());
-  std::vector<double> row_sum(at(n), 0.0);
-  const auto subtract = [&](int i, int j, double k) {
-    residual[at(i - 1)] -= static_cast<long double>(k) * x[at(j - 1)];
-    row_sum[at(i - 1)] += std::abs(k);
-  };
-  for (int c = 1; c <= n; ++c) {
-    for (int r = matrix.upper.top(c); r <= c; ++r) {
-      subtract(r, c, matrix(r, c));
-      if (r != c) subtract(c, r, matrix(c, r));
-    }
-  }
-  double worst = 0.0, norm_K = 0.0, norm_x = 0.0;
-  for (std::size_t e = 0; e < x.size(); ++e) {
-    if (!std::isfinite(x[e])) return std::numeric_limits<double>::infinity();
-    norm_x = std::max(norm_x, std::abs(x[e]));
-    if (status[e] != 0) continue;
-    norm_K = std::max(norm_K, row_sum[e]);
-    worst = std::max(worst, static_cast<double>(std::abs(residual[e])));
-  }
-  return worst == 0.0 ? 0.0 : worst / (n * std::numeric_limits<double>::epsilon() * norm_K * norm_x);
-}
 
 MatrixJob::MatrixJob(int pool_words) {
   reset();

@@ -9,20 +9,6 @@
 
 namespace tidearc::test {
 
-/// A matrix with a symmetric profile. `lower` is empty when it is symmetric.
-struct TestMatrix {
-  ProfileSystem upper;        ///< entry (r, c), r not above c
-  std::vector<double> lower;  ///< entry (c, r) at the address of (r, c)
-
-  int n() const { return upper.n; }
-  bool symmetric() const { return lower.empty(); }
-  double operator()(int i, int j) const;
-};
-
-/// Largest |b - K x| over free rows, divided by NEQ * eps * |K| * |x|, all in the maximum norm, K the free rows.
-double scaled_residual(const TestMatrix& matrix, const std::vector<int>& status, const std::vector<double>& loads,
-                       const std::vector<double>& x);
-
 /// One problem at a time in a pool of its own. What stands in the buffers of a blocked job between two calls is made
 /// unusable, and the scratch file of its assembly is written over, so that nothing can rely on them.
 class MatrixJob {

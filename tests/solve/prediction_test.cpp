@@ -100,6 +100,77 @@ TEST(Prediction, OfAnEarlierIterationIsForgotten) {
   EXPECT_FALSE(predict({10, 11}, 1, one_allowed)) << "prediction begins at iteration 9";
 }
 
+// The memory of prediction, all of it.
+void expect_memory(double PR, double PW, double PA, double PC, double PB) {
+  EXPECT_DOUBLE_EQ(prediction.PR, PR);
+  EXPECT_DOUBLE_EQ(prediction.PW, PW);
+  EXPECT_DOUBLE_EQ(prediction.PA, PA);
+  EXPECT_DOUBLE_EQ(prediction.PC, PC);
+  EXPECT_DOUBLE_EQ(prediction.PB, PB);
+}
+
+TEST(Prediction, KeepsRatiosUnderWeightsThatArePowersOfTheFactor) {
+  test::Scratch scratch;
+  PredictionRules rules = rules_from_second;
+  rules.WPRED = 2.0;
+  // Ratios 0.8, 0.5, 0.75 with the weights 1, 2, 4: sums 0.8, 1.8, 4.8. The average is over the weights before this
+  // iteration's own, 1, 3, 7; the next weight is 2 to the power of the iteration less one.
+  predict({10, 8}, 1, rules);
+  expect_memory(8, 3, 0.8, 2, 0.8);
+  predict({10, 8, 4}, 1, rules);
+  expect_memory(4, 7, 1.8, 4, 0.6);
+  predict({10, 8, 4, 3}, 1, rules);
+  expect_memory(3, 15, 4.8, 8, 4.8 / 7.0);
+}
+
+TEST(Prediction, WeightsWithAFactorBelowOneForgetNothingButCountLess) {
+  test::Scratch scratch;
+  PredictionRules rules = rules_from_second;
+  rules.WPRED = 0.5;
+  predict({10, 5, 4}, 1, rules);  // ratios 0.5 and 0.8 with the weights 1 and 1/2, over 1 and 1 1/2
+  expect_memory(4, 1.75, 0.9, 0.25, 0.6);
+}
+
+TEST(Prediction, OfADivergingIterationRemembersItsUnbalanceAlone) {
+  test::Scratch scratch;
+  PredictionRules rules = rules_from_second;
+  rules.WPRED = 2.0;
+  predict({10, 8, 9}, 1, rules);
+  expect_memory(9, 3, 0.8, 2, 0.8);
+  predict({10, 8, 9, 4.5}, 1, rules);  // one half with the weight 2 of iteration 2, over 3; then 2 to the power of 3
+  expect_memory(4.5, 11, 1.8, 8, 0.6);
+}
+
+TEST(Prediction, BeginsEachStepWithoutMemory) {
+  test::Scratch scratch;
+  predict({10, 8, 4}, 1, rules_from_second);
+  EXPECT_TRUE(predict({10, 8, 8}, 1, rules_from_second));
+  begin_prediction(7, 5);
+  expect_memory(7, 1, 0, 1, 0);
+  EXPECT_EQ(prediction.KPFLAG, 0);
+  EXPECT_FALSE(predict_nonconvergence(1, 7, 1, rules_from_second));
+  expect_memory(7, 1, 0, 1, 0);
+}
+
+TEST(Prediction, WithoutACodeKeepsWhatTheStepBeganWith) {
+  test::Scratch scratch;
+  predict({9, 8, 7}, 1, {.MAXIT = 9, .KPRED = 0, .WPRED = 2.0, .GRACE = 0.0});
+  expect_memory(9, 1, 0, 1, 0);
+}
+
+TEST(Prediction, OfAnUnbalanceThatBarelyMovesIsMoreThanAllIterationsAndNoDivergence) {
+  test::Scratch scratch;
+  // From 1 to the number below it: (1 - 0.5) * 2^53 iterations, far beyond 32 bits and beyond the field.
+  EXPECT_TRUE(predict({1.0, 1.0 - 0x1p-53}, 0.5, rules_from_second));
+  EXPECT_EQ(scratch.report(), "     CONVERGENCE PREDICTION - **** MORE ITERATIONS TO CONVERGE\n");
+}
+
+TEST(Prediction, OfATinyMoveAlreadyFarBelowTheToleranceDiverges) {
+  test::Scratch scratch;
+  EXPECT_TRUE(predict({1.0, 1.0 - 0x1p-53}, 3.0, rules_from_second));  // -2 * 2^53
+  EXPECT_EQ(test::trimmed(scratch.report()), "     CONVERGENCE PREDICTION - SOLUTION IS DIVERGING\n\n");
+}
+
 TEST(Prediction, AnUnbalanceThatIsNotANumberDiverges) {
   test::Scratch scratch;
   EXPECT_TRUE(predict({10, std::numeric_limits<double>::quiet_NaN()}, 1, rules_from_second));

@@ -20,12 +20,17 @@ double ProfileSystem::operator()(int i, int j) const {
   return i < top(j) ? 0.0 : A[at(IDIAG[at(j - 1)] + i - j - 1)];
 }
 
-ProfileSystem random_profile(Random& random, int n, int tallest) {
+double TestMatrix::operator()(int i, int j) const {
+  if (symmetric() || i <= j) return upper(i, j);
+  return j < upper.top(i) ? 0.0 : lower[at(upper.IDIAG[at(i - 1)] + j - i - 1)];
+}
+
+ProfileSystem random_profile(Random& random, int n, int tallest, int lowest) {
   ProfileSystem system;
   system.n = n;
   int address = 0;
   for (int c = 1; c <= n; ++c) {
-    address += std::min(c, random_int(random, 1, tallest));
+    address += std::min(c, random_int(random, lowest, tallest));
     system.IDIAG.push_back(address);
   }
   system.A.assign(at(address), 0.0);
@@ -93,31 +98,38 @@ std::vector<int> links_by_definition(const std::vector<int>& status) {
   return links;
 }
 
-double scaled_residual(const ProfileSystem& system, const std::vector<int>& status, const std::vector<double>& loads,
+double scaled_residual(const TestMatrix& matrix, const std::vector<int>& status, const std::vector<double>& given,
                        const std::vector<double>& x) {
-  std::vector<long double> residual(loads.begin(), loads.end());
-  std::vector<double> column_sum(loads.size(), 0.0);
+  const int n = matrix.n();
+  const auto is_free = [&](int e) { return status[at(e - 1)] == 0; };
+  std::vector<long double> residual(given.begin(), given.end());
+  std::vector<double> column_sum(at(n), 0.0);
+  double norm_coupling = 0.0;
   const auto subtract = [&](int i, int j, double k) {
+    if (!is_free(i)) return;
     residual[at(i - 1)] -= static_cast<long double>(k) * x[at(j - 1)];
-    column_sum[at(j - 1)] += std::abs(k);
+    if (is_free(j)) {
+      column_sum[at(j - 1)] += std::abs(k);
+    } else {
+      norm_coupling += std::abs(k * x[at(j - 1)]);
+    }
   };
-  for (int c = 1; c <= system.n; ++c) {
-    for (int r = system.top(c); r <= c; ++r) {
-      const double k = system(r, c);
-      subtract(r, c, k);
-      if (r != c) subtract(c, r, k);
+  for (int c = 1; c <= n; ++c) {
+    for (int r = matrix.upper.top(c); r <= c; ++r) {
+      const std::size_t a = at(matrix.upper.IDIAG[at(c - 1)] + r - c - 1);
+      subtract(r, c, matrix.upper.A[a]);
+      if (r != c) subtract(c, r, matrix.symmetric() ? matrix.upper.A[a] : matrix.lower[a]);
     }
   }
-  double worst = 0.0;
-  double norm_x = 0.0;
-  for (std::size_t e = 0; e < x.size(); ++e) {
-    norm_x += std::abs(x[e]);
-    const double size = static_cast<double>(std::abs(residual[e]));
-    if (status[e] == 0 && !(size <= worst)) worst = size;
+  double norm_residual = 0.0, norm_x = 0.0, norm_K = 0.0;
+  for (int e = 1; e <= n; ++e) {
+    if (!std::isfinite(x[at(e - 1)])) return std::numeric_limits<double>::infinity();
+    if (!is_free(e)) continue;
+    norm_residual += static_cast<double>(std::abs(residual[at(e - 1)]));
+    norm_x += std::abs(x[at(e - 1)]);
+    norm_K = std::max(norm_K, column_sum[at(e - 1)]);
   }
-  const double norm_K = *std::max_element(column_sum.begin(), column_sum.end());
-  const double scale = system.n * norm_K * norm_x * std::numeric_limits<double>::epsilon();
-  return worst == 0.0 ? 0.0 : worst / scale;
+  return norm_residual == 0.0 ? 0.0 : norm_residual / (0x1p-53 * (norm_K * norm_x + norm_coupling));
 }
 
 std::vector<double> dense_solution(const ProfileSystem& system, const std::vector<int>& status,

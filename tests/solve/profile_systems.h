@@ -25,14 +25,24 @@ struct ProfileSystem {
   Profile<const double> view() const { return {{A.data(), static_cast<int>(A.size())}, diagonals(), n}; }
 };
 
+/// A matrix with a symmetric profile. `lower` is empty when it is symmetric.
+struct TestMatrix {
+  ProfileSystem upper;        ///< entry (r, c), r not above c
+  std::vector<double> lower;  ///< entry (c, r) at the address of (r, c)
+
+  int n() const { return upper.n; }
+  bool symmetric() const { return lower.empty(); }
+  double operator()(int i, int j) const;
+};
+
 using Random = std::mt19937_64;
 inline int random_int(Random& random, int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(random); }
 inline double random_real(Random& random, double lo, double hi) {
   return lo + (hi - lo) * 0x1p-53 * static_cast<double>(random() >> 11);
 }
 
-/// A profile of n columns whose heights lie between 1 and `tallest` (cut at the column's number), all zero.
-ProfileSystem random_profile(Random& random, int n, int tallest);
+/// A profile of n columns whose heights lie between `lowest` and `tallest` (cut at the column's number), all zero.
+ProfileSystem random_profile(Random& random, int n, int tallest, int lowest = 1);
 /// Fills it as L D L^T of a random unit triangle and random positive pivots: positive definite.
 void fill_definite(ProfileSystem& system, Random& random);
 /// Fills it with rows that their diagonal dominates; each diagonal is negative with the given probability. By
@@ -44,9 +54,18 @@ std::vector<int> random_status(Random& random, int n, int pattern);
 /// Run links of status words, from the definition: the end of each equation's own run, sought equation by equation.
 std::vector<int> links_by_definition(const std::vector<int>& status);
 
-/// Largest |b - K x| over free rows, divided by n * norm1(K) * norm1(x) * eps.
-double scaled_residual(const ProfileSystem& system, const std::vector<int>& status, const std::vector<double>& loads,
+/// The residual as LAPACK's own tests of solvers scale it (dpot02, dget02), over the free equations f, p the
+/// prescribed: norm1(b - K_fp x_p - K_ff x_f) / (eps (norm1(K_ff) norm1(x_f) + norm1(|K_fp| |x_p|))), eps = 2^-53. The
+/// last term is the size of the right-hand side that prescribed equations make; without them the scale is LAPACK's as
+/// it stands. `given`: loads of free equations. Infinite when a component of x is not finite.
+double scaled_residual(const TestMatrix& matrix, const std::vector<int>& status, const std::vector<double>& given,
                        const std::vector<double>& x);
+inline double scaled_residual(const ProfileSystem& symmetric, const std::vector<int>& status,
+                              const std::vector<double>& given, const std::vector<double>& x) {
+  return scaled_residual(TestMatrix{symmetric, {}}, status, given, x);
+}
+/// The threshold of LAPACK's own tests for that residual.
+constexpr double residual_limit = 30.0;
 /// Displacements of the free equations by Gauss elimination with pivoting on the dense matrix of the free equations,
 /// the prescribed ones taken to the right-hand side, in extended precision.
 std::vector<double> dense_solution(const ProfileSystem& system, const std::vector<int>& status,

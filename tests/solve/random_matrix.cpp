@@ -20,11 +20,21 @@ void for_entries(const ProfileSystem& profile, int from, Act&& act) {
 
 double random_sign(Random& random, double negative) { return random_real(random, 0.0, 1.0) < negative ? -1.0 : 1.0; }
 
+// Column c of a triangle times a vector that begins at row `top`.
+double product(const ProfileSystem& profile, const std::vector<double>& triangle, int c,
+               const std::vector<double>& vector, int top) {
+  const int before = profile.IDIAG[at(c - 1)] - c - 1;
+  double sum = 0.0;
+  for (int k = std::max(profile.top(c), top); k <= c; ++k) sum += triangle[at(before + k)] * vector[at(k - 1)];
+  return sum;
+}
+
 }  // namespace
 
-RandomMatrix::RandomMatrix(Random& random, int n, int tallest, bool symmetric, Stable stable, double negative)
+RandomMatrix::RandomMatrix(Random& random, int n, int tallest, bool symmetric, Stable stable, double negative,
+                           int lowest)
     : stable_(stable), negative_(negative), status_(at(n), 0), D_(at(n), 1.0) {
-  matrix_.upper = random_profile(random, n, tallest);
+  matrix_.upper = random_profile(random, n, tallest, lowest);
   if (!symmetric) matrix_.lower = matrix_.upper.A;
   triangles_ = matrix_;
 }
@@ -69,28 +79,28 @@ void RandomMatrix::change_factored(Random& random, int from) {
   for (int e = from; e <= matrix_.n(); ++e) {
     D_[at(e - 1)] = random_sign(random, negative_) * random_real(random, 0.1, 10.0);
   }
-  for_entries(U, from, [&](int r, int c, std::size_t a) {
-    const bool free = status_[at(r - 1)] == 0 && status_[at(c - 1)] == 0;
-    matrix_.upper.A[a] = free ? product(r, c) : random_real(random, -1.0, 1.0);
-    if (!matrix_.symmetric()) {
-      matrix_.lower[a] = r == c ? matrix_.upper.A[a] : free ? product(c, r) : random_real(random, -1.0, 1.0);
+  const std::vector<double>& L = matrix_.symmetric() ? U.A : triangles_.lower;
+  for (int c = from; c <= U.n; ++c) {
+    const std::vector<double> above = pivoted(U.A, c), below = pivoted(L, c);
+    for (int r = std::max(from, U.top(c)); r <= c; ++r) {
+      const bool free = status_[at(r - 1)] == 0 && status_[at(c - 1)] == 0;
+      const std::size_t a = at(U.IDIAG[at(c - 1)] + r - c - 1);
+      matrix_.upper.A[a] = free ? product(U, L, r, above, U.top(c)) : random_real(random, -1.0, 1.0);
+      if (matrix_.symmetric()) continue;
+      matrix_.lower[a] = r == c ? matrix_.upper.A[a]
+                         : free ? product(U, U.A, r, below, U.top(c))
+                                : random_real(random, -1.0, 1.0);
     }
-  });
-}
-
-double RandomMatrix::product(int i, int j) const {
-  const int last = std::min(i, j);
-  double sum = 0.0;
-  for (int k = std::max(triangles_.upper.top(i), triangles_.upper.top(j)); k <= last; ++k) {
-    if (status_[at(k - 1)] == 0) sum += triangles_(i, k) * D_[at(k - 1)] * triangles_(k, j);
   }
-  return sum;
 }
 
-int random_size(Random& random) {
-  const int kind = random_int(random, 1, 100);
-  if (kind == 1) return random_int(random, 81, 300);
-  return random_int(random, 1, kind <= 10 ? 80 : 20);
+std::vector<double> RandomMatrix::pivoted(const std::vector<double>& triangle, int c) const {
+  const ProfileSystem& U = triangles_.upper;
+  std::vector<double> column(at(c), 0.0);
+  for (int k = U.top(c); k <= c; ++k) {
+    if (status_[at(k - 1)] == 0) column[at(k - 1)] = triangle[at(U.IDIAG[at(c - 1)] + k - c - 1)] * D_[at(k - 1)];
+  }
+  return column;
 }
 
 }  // namespace tidearc::test

@@ -17,8 +17,8 @@ enum class Stable {
 
 class RandomMatrix {
  public:
-  /// A profile of n columns up to `tallest`. Pivots or diagonals are negative with the given probability.
-  RandomMatrix(Random& random, int n, int tallest, bool symmetric, Stable stable, double negative);
+  /// A profile of n columns from `lowest` to `tallest`. Pivots or diagonals are negative with the given probability.
+  RandomMatrix(Random& random, int n, int tallest, bool symmetric, Stable stable, double negative, int lowest = 1);
 
   /// New values of all entries (i, j) with i and j not below `from`; at first of all.
   void change(Random& random, int from);
@@ -29,8 +29,8 @@ class RandomMatrix {
  private:
   void change_dominant(Random& random, int from);
   void change_factored(Random& random, int from);
-  /// Entry (i, j) of L D U over the free equations.
-  double product(int i, int j) const;
+  /// Column c of these triangles times the pivots, zero at prescribed equations.
+  std::vector<double> pivoted(const std::vector<double>& triangle, int c) const;
 
   TestMatrix matrix_;
   Stable stable_;
@@ -39,8 +39,5 @@ class RandomMatrix {
   TestMatrix triangles_;  ///< factored: unit triangles U above, L below
   std::vector<double> D_;
 };
-
-/// A size from 1 to 300: mostly below 20, every hundredth above 80.
-int random_size(Random& random);
 
 }  // namespace tidearc::test

@@ -114,6 +114,22 @@ class PathTruss:
                 high = middle
         return x
 
+    def modified_newton(self, level, part, most, tolerance):
+        """(steps, steps taken again) up to a level in steps of this part of it, with the stiffness of the start of each step:
+        a step that leaves an unbalance above the tolerance after `most` iterations is taken again, and those behind it, in halves."""
+        x, done, steps, again = self.start(), 0.0, 0, 0
+        while done < 1.0:
+            part = min(part, 1.0 - done)
+            y, K, iterations = x[:-1] + [(done + part) * level], self.stiffness(x), 0
+            while iterations < most and max(map(abs, rest := self.unbalance(y))) > tolerance:
+                y = [a + b for a, b in zip(y, solve(K, rest))] + y[-1:]
+                iterations += 1
+            if max(map(abs, self.unbalance(y))) > tolerance:
+                part, again = 0.5 * part, again + 1
+            else:
+                x, done, steps = y, done + part, steps + 1
+        return steps, again
+
     def negative_pivots(self, x):
         """How many directions are unstable at a point: the negative pivots of the stiffness."""
         K = self.stiffness(x)
