@@ -105,29 +105,34 @@ def curve_group(ends, stiffness, curve):
 ELASTIC = ((30000.0, 0.0, 0.0),)
 
 
-def lattice_model(shape, materials=ELASTIC, material_of=lambda k: 1, offset=0):
-    """The lattice, with all node numbers raised by an offset."""
+def lattice_model(shape, materials=ELASTIC, material_of=lambda k: 1, number=lambda n: n):
+    """The lattice, its nodes numbered anew by `number`, which keeps their order."""
     places = shape.places()
-    bars = [(i + offset, j + offset, material_of(k)) for k, (i, j) in enumerate(shape.bars())]
+    bars = [(number(i), number(j), material_of(k)) for k, (i, j) in enumerate(shape.bars())]
     groups = [bar_group(bars[k:k + BARS_PER_GROUP], materials) for k in range(0, len(bars), BARS_PER_GROUP)]
-    return Model({n + offset: (x, y, z) for n, x, y, z, _ in places},
-                 {n + offset: "111111" if supported else "000111" for n, _, _, _, supported in places}, groups)
+    return Model({number(n): (x, y, z) for n, x, y, z, _ in places},
+                 {number(n): "111111" if supported else "000111" for n, _, _, _, supported in places}, groups)
 
 
-def with_end_bars(shape, curve):
-    """A lattice with a bar on a curve at its first and one at its last equations.
+def with_two_bars(shape, curve, place):
+    """A lattice with a bar on a curve at its first equations and one at `place` of them all, and the nodes that pull these.
 
-    Each bar pulls a node of its own along X: node 1 beside the first free node, and the last node beside the last one. The
-    force in it is what is put on that node, so loads decide how often its stiffness changes.
+    Each bar pulls a node of its own along X, numbered beside the one that it is joined to. The force in it is what is put on
+    that node, so loads decide how often its stiffness changes.
     """
-    model = lattice_model(shape, offset=1)
-    first = next(n for n, code in sorted(model.codes.items()) if code == "000111")
-    last = shape.count + 1
-    for number, joint, way in ((1, first, -SPACING), (last + 1, last, SPACING)):
-        x, y, z = model.nodes[joint]
-        model.nodes[number], model.codes[number] = (x + way, y, z), "011111"
-        model.groups.append(curve_group((number, joint), ELASTIC[0][0], curve))
-    return model
+    free = [n for n, _, _, _, supported in shape.places() if not supported]
+    joint = free[int(place * len(free))]
+
+    def number(n):
+        return n + 1 if n <= joint else n + 2
+
+    model = lattice_model(shape, number=number)
+    pulled = (1, number(joint) + 1)
+    for node, at, way in ((pulled[0], number(free[0]), -SPACING), (pulled[1], number(joint), SPACING)):
+        x, y, z = model.nodes[at]
+        model.nodes[node], model.codes[node] = (x + way, y, z), "011111"
+        model.groups.append(curve_group((node, at), ELASTIC[0][0], curve))
+    return model, pulled
 
 
 def load_cards(patterns, watched):

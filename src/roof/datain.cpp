@@ -23,6 +23,7 @@
 #include "model/patterns.h"
 #include "model/records.h"
 #include "results/reports.h"
+#include "roof/macros.h"
 #include "run/clocks.h"
 #include "run/layout.h"
 #include "run/report_lines.h"
@@ -196,7 +197,7 @@ void read_output_lists() {
 
 /// Analysis vectors, stiffness, element data. False when the matrix cannot be cut into blocks.
 bool lay_out_analysis() {
-  carve_analysis_arrays();
+  carve_analysis_arrays(dynamic_macro_ahead() ? Analyses::all : Analyses::all_but_dynamic);
   const bool matrix_stands = carve_stiffness(element_counts.MAXLEI + 1);
   LODELM();
   if (sizes.IEIGN == 1) RSAOUT();

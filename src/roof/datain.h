@@ -1,6 +1,8 @@
 // Reading a problem: the order of the deck, the control cards, and the laying out of the work pool.
 #pragma once
 
+#include <string_view>
+
 namespace tidearc {
 
 /// Reads one problem from its first card to the last card before its macros. Called once per problem by DRIVER; sets
@@ -9,6 +11,8 @@ void DATAIN();
 
 /// The first card of a problem: searches START, CHECK or STOP, checks the version tag, writes the run header.
 void FIRSTC();
+/// Whether this command, of columns 2 to 5, makes a line a first card.
+bool is_first_card(std::string_view command);
 
 /// The control cards in the order of the deck; each reads and echoes one card.
 void read_data_file_card();

@@ -1,8 +1,6 @@
 // The run: problems one after the other, and in each the macro cards in the order of the deck.
 #include "roof/driver.h"
 
-#include <algorithm>
-#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,12 +8,14 @@
 #include "dynamic/dynamic.h"
 #include "eigen/eigen.h"
 #include "roof/datain.h"
+#include "roof/macros.h"
 #include "roof/timlog.h"
 #include "run/layout.h"
 #include "run/run_block.h"
 #include "run/stops.h"
 #include "run/units.h"
 #include "run/workpool.h"
+#include "solve/arrays.h"
 #include "static/segment.h"
 
 namespace tidearc {
@@ -23,21 +23,6 @@ namespace tidearc {
 namespace {
 
 constexpr int stop_requested = 3;
-
-enum class Macro { stat, dyn1, visc, none, dyn2, eign, save, rest };
-
-struct Keyword {
-  std::string_view word;
-  Macro macro;
-};
-constexpr std::array<Keyword, 8> keywords{{{"STAT", Macro::stat},
-                                           {"DYN1", Macro::dyn1},
-                                           {"VISC", Macro::visc},
-                                           {"NONE", Macro::none},
-                                           {"DYN2", Macro::dyn2},
-                                           {"EIGN", Macro::eign},
-                                           {"SAVE", Macro::save},
-                                           {"REST", Macro::rest}}};
 
 std::string_view current_keyword() { return {run.MACTXT.data(), run.MACTXT.size()}; }
 
@@ -58,10 +43,19 @@ std::string_view current_keyword() { return {run.MACTXT.data(), run.MACTXT.size(
 
 Macro read_macro_card() {
   read(units.NDIN, "A4,4X,18A4", run.MACTXT, run.MACTTL);
-  const auto found = std::ranges::find(keywords, current_keyword(), &Keyword::word);
-  if (found == keywords.end()) stop_on_unknown_macro();
+  const std::optional<Macro> macro = macro_of(current_keyword());
+  if (!macro) stop_on_unknown_macro();
   write(units.NDOUT, "'1',18A4,/,/,/", run.MACTTL);
-  return found->macro;
+  return *macro;
+}
+
+/// The look ahead, when the arrays were laid down, took an earlier line for the end of the problem.
+[[noreturn]] void stop_without_dynamic_arrays() {
+  const std::string keyword(current_keyword());
+  fatal_box(" NO STORAGE WAS LAID DOWN FOR THE MACRO " + keyword);
+  complain(Columns{1, 4}, "no storage was laid down for " + keyword +
+                              ": a line that begins with NONE, with a first card behind it, stands before this card");
+  FATERR(keyword);
 }
 
 /// Runs an analysis under the clocks of its activity.
@@ -71,6 +65,11 @@ void run_analysis(Activity activity, void (*analysis)()) {
   if (analysis != nullptr) analysis();
   watch.stop();
   run.LASTMA = run.MACTXT;
+}
+
+void run_dynamic_analysis(void (*analysis)()) {
+  if (!dynamic_arrays_stand()) stop_without_dynamic_arrays();
+  run_analysis(dynamic_analysis, analysis);
 }
 
 /// True when the problem has ended.
@@ -86,10 +85,10 @@ bool run_macro(Macro macro) {
       run_analysis(eigen_analysis, EIGN);
       break;
     case Macro::dyn1:
-      run_analysis(dynamic_analysis, DYN1);
+      run_dynamic_analysis(DYN1);
       break;
     case Macro::dyn2:
-      run_analysis(dynamic_analysis, DYN2);
+      run_dynamic_analysis(DYN2);
       break;
     case Macro::save:
       if (run.RUNMOD != 1) stop_on_missing_macro("SAVRST");

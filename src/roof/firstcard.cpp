@@ -33,7 +33,7 @@ Command find_first_card() {
   Command command{};
   while (true) {
     read(units.NDIN, "1X,A4,3X,18A4", command, run.TITLE);
-    if (text_of(command) == "STAR" || text_of(command) == "CHEC" || text_of(command) == "STOP") return command;
+    if (is_first_card(text_of(command))) return command;
   }
 }
 
@@ -71,6 +71,8 @@ void write_banner() {
 }
 
 }  // namespace
+
+bool is_first_card(std::string_view command) { return command == "STAR" || command == "CHEC" || command == "STOP"; }
 
 void FIRSTC() {
   reset_gravity();

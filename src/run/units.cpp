@@ -241,6 +241,26 @@ bool next_line(int unit, std::string& line) {
   return found;
 }
 
+bool look_ahead(int unit, const std::function<bool(std::string_view)>& go_on) {
+  OpenFile& file = open_or_implicit(unit);
+  std::error_code error;
+  if (file.doing == Doing::writing || !std::filesystem::is_regular_file(file.place, error)) return false;
+  const std::string line = file.line;
+  const std::uintmax_t position = file.position;
+  for (bool found = true; found;) {
+    read_line(unit, file, found);
+    if (found) found = go_on(file.line);
+  }
+  std::clearerr(file.stream);
+  if (std::fseek(file.stream, static_cast<long>(position), SEEK_SET) != 0) {
+    fail(unit, file.records, reason("the file cannot be positioned"));
+  }
+  file.used = file.filled = 0;
+  file.position = position;
+  file.line = line;
+  return true;
+}
+
 std::string& begin_output(int unit) {
   OpenFile& file = open_or_implicit(unit);
   turn_to_writing(unit, file);

@@ -14,8 +14,8 @@ namespace {
 
 constexpr int analysis_phase = 9;
 
-void carve_vectors(std::initializer_list<int*> indices) {
-  for (int* index : indices) *index = carve_reals(NEQ1());
+void carve_vectors(std::initializer_list<int*> indices, int length = NEQ1()) {
+  for (int* index : indices) *index = carve_reals(length);
 }
 
 int carve_table(int vectors) { return carve_reals(static_cast<std::int64_t>(vectors) * NEQ1()); }
@@ -25,7 +25,7 @@ int listed(int length) { return length == -1 ? sizes.NUMNP : length; }
 
 }  // namespace
 
-void carve_analysis_arrays() {
+void carve_analysis_arrays(Analyses wanted) {
   // Reals then fall on 8-byte boundaries of the pool.
   if (storage.NEXT % 2 == 0) ++storage.NEXT;
   storage.KSTART = storage.NEXT;
@@ -42,7 +42,8 @@ void carve_analysis_arrays() {
   carve_vectors({&a.BFGS1, &a.BFGS2});
   a.STATUS = carve_integers(NEQ1());
   carve_vectors({&a.PIVOT, &a.DIAG});
-  carve_vectors({&a.UN, &a.UTS, &a.VT, &a.AT, &a.VD, &a.PS, &a.PN, &a.RN, &a.D, &a.DN, &a.DAMP, &a.XI, &a.XIN});
+  carve_vectors({&a.UN, &a.UTS, &a.VT, &a.AT, &a.VD, &a.PS, &a.PN, &a.RN, &a.D, &a.DN, &a.DAMP, &a.XI, &a.XIN},
+                wanted == Analyses::all ? NEQ1() : 0);
   for (std::size_t axis = 0; axis < 3; ++axis) a.HISTORY[axis] = carve_reals(listed(output.NPR[axis]));
   check_storage(analysis_phase);
   reset_status();

@@ -40,28 +40,36 @@ struct ArrayBlock {
   int STATUS = 1;  ///< integers: status words of the last factorisation
   int PIVOT = 1;   ///< pivots of a blocked factor
   int DIAG = 1;    ///< assembled diagonal of a blocked matrix
-  int UN = 1;      ///< displacements at the start of a dynamic step                    [length, rad]
-  int UTS = 1;     ///< displacements at the start of a dynamic macro                   [length, rad]
-  int VT = 1;      ///< velocities of the trial state of a dynamic step                 [1/s]
-  int AT = 1;      ///< its accelerations                                               [1/s2]
-  int VD = 1;      ///< velocities to which its damping forces belong                   [1/s]
-  int PS = 1;      ///< static part of the applied load of a dynamic step               [force]
-  int PN = 1;      ///< applied load of the accepted dynamic state                      [force]
-  int RN = 1;      ///< its internal forces                                             [force]
-  int D = 1;       ///< damping forces of the trial state, masses included              [force]
-  int DN = 1;      ///< those of the accepted dynamic state                             [force]
-  int DAMP = 1;    ///< damping forces of the elements, summed by a pass                [force]
-  int XI = 1;      ///< displacements that records impose, since the macro's start      [length, rad]
-  int XIN = 1;     ///< the same at the start of the step                               [length, rad]
+  // From here to XIN only where a dynamic analysis is to come.
+  int UN = 1;    ///< displacements at the start of a dynamic step                    [length, rad]
+  int UTS = 1;   ///< displacements at the start of a dynamic macro                   [length, rad]
+  int VT = 1;    ///< velocities of the trial state of a dynamic step                 [1/s]
+  int AT = 1;    ///< its accelerations                                               [1/s2]
+  int VD = 1;    ///< velocities to which its damping forces belong                   [1/s]
+  int PS = 1;    ///< static part of the applied load of a dynamic step               [force]
+  int PN = 1;    ///< applied load of the accepted dynamic state                      [force]
+  int RN = 1;    ///< its internal forces                                             [force]
+  int D = 1;     ///< damping forces of the trial state, masses included              [force]
+  int DN = 1;    ///< those of the accepted dynamic state                             [force]
+  int DAMP = 1;  ///< damping forces of the elements, summed by a pass                [force]
+  int XI = 1;    ///< displacements that records impose, since the macro's start      [length, rad]
+  int XIN = 1;   ///< the same at the start of the step                               [length, rad]
   /// Response history of the degrees of freedom on the print lists X, Y, Z, one real each      [length, rad]
   std::array<int, 3> HISTORY{1, 1, 1};
 };
 inline ArrayBlock arrays;
 static_assert(std::is_trivially_copyable_v<ArrayBlock>);
 
+/// Which analyses the vectors are to serve.
+enum class Analyses { all, all_but_dynamic };
+
 /// Advances NEXT to an odd word index, zeroes the pool from there to its end, lays the vectors down, checks storage
-/// (phase 9) and makes all equations free. storage.KSTART is the first of them.
-void carve_analysis_arrays();
+/// (phase 9) and makes all equations free. storage.KSTART is the first of them. Vectors that are not wanted take no
+/// room and stand where the next one does.
+void carve_analysis_arrays(Analyses wanted = Analyses::all);
+
+/// Whether the vectors of dynamic analyses were laid down.
+inline bool dynamic_arrays_stand() { return arrays.UN != arrays.XIN; }
 
 inline Reals equation_vector(int index) { return pool.reals(index, NEQ1()); }
 

@@ -79,10 +79,16 @@ TEST(Updates, ComeByIterationsOrElseByStepsAtTheFirstIteration) {
   EXPECT_EQ(due(5, 1).size(), 28U);
 }
 
+/// With the macro for which the vectors of dynamic analyses are laid down.
+RowDeck with_macro(RowDeck deck) {
+  deck.dyn2({});
+  return deck;
+}
+
 /// A deck that has been read and whose macro has been started, ready for steps.
 class OpenMacro {
  public:
-  OpenMacro(const RowDeck& deck, double DMASS = 0.0) : problem_(deck.text()) {
+  OpenMacro(const RowDeck& deck, double DMASS = 0.0) : problem_(with_macro(deck).text()) {
     integration.DMASS = DMASS;
     job.MAXIT = 1;
     job.KSSTF = 1;

@@ -144,8 +144,8 @@ TEST(ControlCards, ABlockSizeBeyondFiveColumnsIsEchoedAsAsterisks) {
 }
 
 TEST(Layout, TheStiffnessLineTellsItsFourValues) {
-  // No pattern here: 4 words fewer than the 220 of a deck with one pattern, and no node lists, 12 words fewer.
-  EXPECT_TRUE(has(run_deck(plain_deck()).report, " NSTO,LAVSST,KEDAT,MSTOR 1 2 205 4000000\n"));
+  // No pattern here: 4 words fewer than the 168 of a deck with one pattern, and no node lists, 12 words fewer.
+  EXPECT_TRUE(has(run_deck(plain_deck()).report, " NSTO,LAVSST,KEDAT,MSTOR 1 2 153 4000000\n"));
 }
 
 TEST(Layout, AMatrixThatDoesNotFitStopsAfterItsLine) {

@@ -1,7 +1,10 @@
 // Numbered units: lines of every shape, positions, and each failure of a file.
 #include "run/units.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -47,6 +50,72 @@ TEST(DeckLines, TheLastLineNeedsNoLineEnd) {
     Scratch scratch("one\n\n");
     EXPECT_EQ(lines_of_deck(), "[one][]");
   }
+}
+
+/// The lines that a look ahead shows, in brackets, up to the first that is `last`.
+std::string lines_ahead(const std::string& last = "no line") {
+  std::string all;
+  EXPECT_TRUE(look_ahead(units.NDIN, [&](std::string_view line) {
+    all += "[" + std::string(line) + "]";
+    return line != last;
+  }));
+  return all;
+}
+
+TEST(LookAhead, ShowsTheLinesToComeAndReadsNoneOff) {
+  Scratch scratch("one\ntwo\r\n\tthree\nfour");
+  EXPECT_EQ(lines_ahead(), "[one][two][ three][four]");
+  EXPECT_EQ(deck_line(), 0);
+  std::string line;
+  ASSERT_TRUE(next_line(units.NDIN, line));
+  EXPECT_EQ(lines_ahead(), "[two][ three][four]");
+  EXPECT_EQ(lines_ahead(" three"), "[two][ three]") << "no further than asked for";
+  EXPECT_EQ(deck_line(), 1);
+  EXPECT_EQ(deck_text(), "one");
+  EXPECT_EQ(lines_of_deck(), "[two][ three][four]");
+  EXPECT_EQ(deck_line(), 4);
+  EXPECT_EQ(lines_ahead(), "") << "at the end";
+  EXPECT_EQ(lines_of_deck(), "");
+}
+
+TEST(LookAhead, GoesBackOverMoreThanABuffer) {
+  std::string deck;
+  for (int i = 0; i < 30000; ++i) deck += format("I10", i) + "\n";
+  Scratch scratch(deck);
+  std::string line;
+  for (int i = 0; i < 7000; ++i) ASSERT_TRUE(next_line(units.NDIN, line));
+  std::string_view last;
+  int shown = 0;
+  ASSERT_TRUE(look_ahead(units.NDIN, [&](std::string_view) { return ++shown > 0; }));
+  EXPECT_EQ(shown, 23000);
+  for (int i = 7000; i < 30000; ++i) {
+    ASSERT_TRUE(next_line(units.NDIN, last));
+    ASSERT_EQ(last, format("I10", i));
+  }
+  EXPECT_FALSE(next_line(units.NDIN, last));
+}
+
+TEST(LookAhead, IsRefusedWhereThereIsNoWayBack) {
+  Scratch scratch;
+  ASSERT_EQ(mkfifo("pipe", 0600), 0);
+  const int writer = open("pipe", O_RDWR);  // so that opening the pipe to read does not wait
+  ASSERT_EQ(::write(writer, "one\ntwo\n", 8), 8);
+  open_formatted(40, "pipe", OpenMode::existing);
+  close(writer);
+  EXPECT_FALSE(look_ahead(40, [](std::string_view) { return true; }));
+  std::string line;
+  ASSERT_TRUE(next_line(40, line));
+  EXPECT_EQ(line, "one");
+}
+
+TEST(LookAhead, OfAFileThatIsWrittenIsRefused) {
+  Scratch scratch;
+  open_formatted(40, "f", OpenMode::fresh);
+  put_text(40, "one\n");
+  EXPECT_FALSE(look_ahead(40, [](std::string_view) { return true; }));
+  put_text(40, "two\n");
+  flush_formatted(40);
+  EXPECT_EQ(scratch.contents("f"), "one\ntwo\n");
 }
 
 TEST(DeckLines, AreNumberedFromOne) {
