@@ -214,7 +214,7 @@ def lattice(shape, split=False, idle=None):
     top = shape.node(shape.nx - 1, shape.ny - 1, shape.nz - 1) + offset
     other = shape.node(0, 0, shape.nz - 1) + offset
     materials = [(30000.0, 0.1, YIELD + 3.0 * m) for m in range(MATERIALS)]
-    model = lattice_deck.lattice_model(shape, materials, lambda k: 1 + k % MATERIALS, offset)
+    model = lattice_deck.lattice_model(shape, materials, lambda k: 1 + k % MATERIALS, lambda n: n + offset)
     if idle is not None:
         model.nodes.update({1: (-100.0, 0.0, 0.0), 2: (-110.0, 0.0, 0.0)})
         model.codes.update({1: "011111", 2: "111111"})
