@@ -185,7 +185,7 @@ struct Row {
 void measure(const Row& row) {
   FrameMatrix frame = assemble(row.graph, row.in_sloan ? sloan(row.graph) : reverse_cuthill_mckee(row.graph));
   const double work = frame.work();
-  Bench bench{frame, work > 2.0E9 ? 3 : frame.n < 10000 ? 40 : 9};
+  Bench bench{frame, work > 2.0E9 ? 3 : frame.n < 10000 ? 40 : 20};
   double peak = multiply_add_peak();  // beside the row: the clock of the machine wanders
   const double whole = bench.whole();
   peak = std::max(peak, multiply_add_peak());

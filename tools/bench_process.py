@@ -196,7 +196,8 @@ def least_pool_figures(program, scratch, figure, frame):
     figure(name + "disk: exit status", disk.status, "0", disk.status == 0)
     figure(name + "disk: smallest pool", pool, "-", True, "M words")
     figure(name + "disk: share of the core job's storage", pool * MILLION / need, "-", True)
-    disk_figures(figure, name, core, disk, pool)
+    if disk.status == 0:
+        disk_figures(figure, name, core, disk, pool)
 
 
 def step_figures(program, scratch, figure, shape, steps=8):

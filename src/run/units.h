@@ -86,9 +86,11 @@ bool next_line(int unit, std::string& line);
 
 /// The same as a view of the unit's own copy, valid until the next record is read from the unit.
 bool next_line(int unit, std::string_view& line);
+
 /// Shows the lines of a formatted unit behind the one that was read last to `go_on`, until it returns false or the file
-/// ends. Then the unit stands where it stood before: what was looked at is still to be read. False, with nothing looked
-/// at, for a file in which there is no way back, as in a pipe.
+/// ends. Then the unit stands where it stood before: what was looked at is still to be read, and its own copy of the
+/// last line holds that again (in another place, perhaps: no view of it lives on). False, with nothing looked at, for a
+/// file in which there is no way back, as in a pipe.
 bool look_ahead(int unit, const std::function<bool(std::string_view)>& go_on);
 /// Number (1-based) of the record that was read or written last on a unit; 0 before the first.
 std::int64_t record_of_unit(int unit);

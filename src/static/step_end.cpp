@@ -30,7 +30,7 @@ void choose_next_step_size() {
   if (relative_step(statics.STEPF, s.STEP0) > s.STEPMAX) statics.STEPF = (s.STEP0 == ZERO ? ONE : s.STEP0) * s.STEPMAX;
 }
 
-/// Keeps the largest level since the last save, with the level before a turning point where it turned above 1.0.
+/// Keeps the largest level of the segment, with the level before a turning point where it turned above 1.0.
 void track_turning_point() {
   const double change = response.LEVEL - step.last_level;
   if (step.LMAX > ONE && change * step.last_change < ZERO) step.LMAX = step.last_level;

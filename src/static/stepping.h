@@ -53,7 +53,7 @@ struct StepBlock {
   bool forces_known = false;  ///< R belongs to the state at hand (set by a STAT, taken back by other analyses)
   EndCode end = EndCode::none;
   int since_save = 0;        ///< steps since the last step-level save                      [-]
-  double LMAX = 0.0;         ///< largest level since the last save                         [-]
+  double LMAX = 0.0;         ///< largest level of the segment, or that before a turn above 1  [-]
   double saved_level = 0.0;  ///< level at the last save                                    [-]
   double last_level = 0.0;   ///< level of the step before                                  [-]
   double last_change = 0.0;  ///< change of level in the step before                        [-]

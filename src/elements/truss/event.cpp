@@ -11,7 +11,7 @@ namespace {
 constexpr double no_event_fraction = 0.999999;
 constexpr double outside_bound = -1.0E-9;
 constexpr double default_overshoot = 1.0E-6;
-constexpr double least_gain = 0.5;  ///< of the way to an event, by the cut of an element that follows its nodes
+constexpr double rounding = 1.0E-9;  ///< part of the way to an event by which a straight cut may seem to miss it
 
 double overshoot_or_default(double given, double yield_extension) {
   return given > 0.0 ? given : default_overshoot * std::abs(yield_extension);
@@ -69,7 +69,7 @@ ElementEvent curve_event(CurvePairs pairs, double DY, double EXT, double dE, dou
 ElementEvent event_on_course(const ElementEvent& event, double dE, const EndMotion& motion) {
   const double wanted = event.factor * dE;
   if (!(event.factor < 1.0) || !(wanted > 0.0)) return event;  // a shortening element is never short of its bound
-  if (!(motion.extension(event.factor) < least_gain * wanted)) return event;
+  if (!(motion.extension(event.factor) < (1.0 - rounding) * wanted)) return event;
   const double factor = motion.fraction_to(wanted);
   return std::isfinite(factor) ? event_at(factor, event.code) : event;
 }

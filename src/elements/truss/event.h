@@ -34,9 +34,8 @@ ElementEvent branch_event(const BranchLaw& law, const BranchState& state, double
 ElementEvent curve_event(CurvePairs pairs, double DY, double EXT, double dE, double overshoot);
 
 /// Event of an element that follows its nodes, found as above from its whole extension increment dE. Its length is not
-/// linear in the fraction, so the cut element may be short of its bound; the scan behind the cut then finds the rest.
-/// But where the cut gains less than half of the way (the element may even shorten at first), scans would crawl or
-/// stand still: the event is then where the length reaches the same extension.
+/// linear in the fraction: an element that lengthens is short of its bound behind such a cut (it may even shorten at
+/// first), and scans would crawl or stand still. The event is then where the length reaches the same extension.
 ElementEvent event_on_course(const ElementEvent& event, double dE, const EndMotion& motion);
 
 }  // namespace tidearc
